@@ -1,0 +1,79 @@
+// Conversion through the public boundary. Conversions must not allocate: each
+// benchmark reports the allocations it saw per iteration.
+#include <benchmark/benchmark.h>
+
+#include "allocation_counter.h"
+#include "mensura/mensura.hpp"
+
+namespace {
+
+constexpr int kFoot = 0x2017;
+constexpr int kMeter = 0x2001;
+constexpr int kCelsius = 0x2A002;
+constexpr int kFahrenheit = 0x2A003;
+
+void ReportAllocations(benchmark::State& state, std::size_t before) {
+    state.counters["allocs/op"] = benchmark::Counter(
+        static_cast<double>(MensuraBench::AllocationCount() - before),
+        benchmark::Counter::kAvgIterations);
+}
+
+void BM_ConverterConvertGeneric(benchmark::State& state) {
+    double value = 5.5;
+    double out = 0.0;
+    const std::size_t before = MensuraBench::AllocationCount();
+    for (auto _ : state) {
+        benchmark::DoNotOptimize(value);
+        Mensura::Converter::Convert(value, kFoot, out, kMeter);
+        benchmark::DoNotOptimize(out);
+    }
+    ReportAllocations(state, before);
+}
+BENCHMARK(BM_ConverterConvertGeneric);
+
+void BM_ConverterConvertLinear(benchmark::State& state) {
+    double value = 100.0;
+    double out = 0.0;
+    const std::size_t before = MensuraBench::AllocationCount();
+    for (auto _ : state) {
+        benchmark::DoNotOptimize(value);
+        Mensura::Converter::Convert(value, kCelsius, out, kFahrenheit);
+        benchmark::DoNotOptimize(out);
+    }
+    ReportAllocations(state, before);
+}
+BENCHMARK(BM_ConverterConvertLinear);
+
+void BM_FlatConvert(benchmark::State& state) {
+    double value = 5.5;
+    double out = 0.0;
+    const std::size_t before = MensuraBench::AllocationCount();
+    for (auto _ : state) {
+        benchmark::DoNotOptimize(value);
+        Convert(value, kFoot, &out, kMeter);
+        benchmark::DoNotOptimize(out);
+    }
+    ReportAllocations(state, before);
+}
+BENCHMARK(BM_FlatConvert);
+
+void BM_PreparedConverter(benchmark::State& state) {
+    const Mensura::Converter converter(kFoot, kMeter);
+    double value = 5.5;
+    const std::size_t before = MensuraBench::AllocationCount();
+    for (auto _ : state) {
+        benchmark::DoNotOptimize(value);
+        benchmark::DoNotOptimize(converter.Convert(value));
+    }
+    ReportAllocations(state, before);
+}
+BENCHMARK(BM_PreparedConverter);
+
+void BM_ConversionFactor(benchmark::State& state) {
+    const std::size_t before = MensuraBench::AllocationCount();
+    for (auto _ : state) benchmark::DoNotOptimize(ConversionFactor(kFoot, kMeter));
+    ReportAllocations(state, before);
+}
+BENCHMARK(BM_ConversionFactor);
+
+}  // namespace

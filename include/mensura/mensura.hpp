@@ -1,0 +1,118 @@
+// Mensura: physical quantities for engineering applications.
+//
+// Converts a double between any two of 773 unit types in 68 groups, renders a
+// value with its unit as text, reads such text back, and offers a catalogue of
+// unit symbols in English and Simplified Chinese.
+//
+// Unit ids are the packed 32-bit values described in mensura.h. The flat C
+// functions declared there run the same code as the classes here.
+#ifndef MENSURA_HPP
+#define MENSURA_HPP
+
+#include <cstddef>
+
+#include "mensura/export.h"
+#include "mensura/mensura.h"
+
+namespace Mensura {
+
+// The result of every call that can fail. The numbers are part of the interface.
+enum class ErrorCode : int {
+    Success = 0,       // The operation did what was asked.
+    Failure = 1,       // A bad argument, a buffer too short, nothing to render with.
+    ParseFailure = 2,  // The text could not be read as a value of the asked unit.
+    NotSet = 3,        // No custom symbol string is stored for this symbol.
+    UnitMismatch = 4,  // An id names no unit type, or two units' dimensions differ.
+};
+
+// How a number is rendered.
+enum class NumberFormat : int {
+    ScientificUpper = 0,  // 1.23E+004
+    ScientificLower = 1,  // 1.23e+004
+    Fixed = 2,            // 12345.68
+    GeneralUpper = 3,     // shortest of fixed and scientific, E
+    GeneralLower = 4,     // shortest of fixed and scientific, e
+    Number = 5,           // 12,345.68: fixed with digit grouping
+};
+
+// A value tagged with the seven exponents of its dimensions, in the order
+// length, mass, time, electric current, temperature, amount of substance,
+// luminous intensity.
+template <int L, int M, int T, int I, int Theta, int N, int J>
+class Quantity {
+public:
+    explicit constexpr Quantity(double value) : m_value(value) {}
+    constexpr double Value() const { return m_value; }
+
+private:
+    double m_value;
+    static double s_tolerance;
+};
+
+// Exported for code on the caller's side; the library itself never reads it.
+template <>
+MENSURA_API double Quantity<0, 0, 0, 0, 0, 0, 0>::s_tolerance;
+
+// Converts values between two units. A plain value holding two unit ids.
+class MENSURA_API Converter {
+public:
+    // Holds -1, -1: converts every value to itself.
+    Converter();
+    // Holds the pair if SetUnit accepts it, else -1, -1.
+    Converter(int from, int to);
+    Converter(const Converter&) = default;
+    Converter& operator=(const Converter& other);
+
+    // Stores a new pair after a trial conversion; 0 keeps the stored id on that
+    // side. Returns UnitMismatch, with the old pair kept, when either unit is
+    // unknown or their dimensions differ.
+    ErrorCode SetUnit(int from, int to);
+    // Either pointer may be null.
+    void GetUnit(int* from, int* to) const;
+    // Converts between the stored units. Cannot fail: SetUnit proved the pair.
+    double Convert(double value) const;
+    // Factor(from, to) on the stored pair.
+    double Factor() const;
+
+    // Converts value from unit `from` into unit `to`. Returns UnitMismatch when
+    // a unit is unknown (out left alone) or the dimensions differ (out then
+    // holds the value in base units). Ids that agree in their low 20 bits copy
+    // the value without a lookup.
+    static ErrorCode Convert(double value, int from, double& out, int to);
+    // The multiplier from `from` to `to`, or 0.0 where no pure ratio exists.
+    static double Factor(int from, int to);
+    // The 68 group ids, 0x1000 to 0x44000. Returns the count; writes the ids
+    // when ids is not null.
+    static size_t GetUnitGroups(int* const ids);
+    // The unit type ids of a group, each being `group` with its type number
+    // merged in. Returns the count, 0 for an unknown group.
+    static size_t GetUnitTypes(int group, int* const ids);
+
+private:
+    // value is in base units of dimensions; converts it into unit `to`.
+    static ErrorCode Convert(double value, const int (&dimensions)[7], double& out, int to);
+    // Converts value in unit `from` into base units, checking its dimensions.
+    static ErrorCode Convert(double value, int from, double& out, const int (&dimensions)[7]);
+
+    int m_from;
+    int m_to;
+};
+
+// A caller's handle on one set of text conventions.
+class Formatter;
+
+// Thin wrappers over the platform's mathematical functions.
+namespace Detail {
+MENSURA_API double _fabs(double value);
+MENSURA_API double _sqrt(double value);
+MENSURA_API double _sin(double value);
+MENSURA_API double _cos(double value);
+MENSURA_API double _tan(double value);
+MENSURA_API double _pow(double base, double exponent);
+MENSURA_API bool _isNaN(double value);
+MENSURA_API bool _isFinite(double value);
+}  // namespace Detail
+
+}  // namespace Mensura
+
+#endif  // MENSURA_HPP

@@ -1,0 +1,126 @@
+// The Converter class and the flat conversion functions.
+#include "mensura/mensura.hpp"
+#include "units/unit_catalog.h"
+
+namespace Mensura {
+
+namespace {
+
+constexpr int kNoUnit = -1;
+
+Dimensions ToDimensions(const int (&exponents)[7]) {
+    Dimensions dimensions;
+    for (std::size_t i = 0; i < dimensions.size(); ++i) dimensions[i] = exponents[i];
+    return dimensions;
+}
+
+}  // namespace
+
+Converter::Converter() : m_from(kNoUnit), m_to(kNoUnit) {}
+
+Converter::Converter(int from, int to) : Converter() { SetUnit(from, to); }
+
+Converter& Converter::operator=(const Converter& other) {
+    m_from = other.m_from;
+    m_to = other.m_to;
+    return *this;
+}
+
+ErrorCode Converter::SetUnit(int from, int to) {
+    const int f = from != 0 ? from : m_from;
+    const int t = to != 0 ? to : m_to;
+    if (!UnitId::SameUnit(f, t)) {
+        const UnitCatalog& catalog = UnitCatalog::Instance();
+        const UnitConverter* source = catalog.FindConverter(f);
+        const UnitConverter* target = catalog.FindConverter(t);
+        if (source == nullptr || target == nullptr) return ErrorCode::UnitMismatch;
+        double trial = 0.0;
+        const ErrorCode result = source->ConvertTo(1.0, trial, *target);
+        if (result != ErrorCode::Success) return result;
+    }
+    m_from = f;
+    m_to = t;
+    return ErrorCode::Success;
+}
+
+void Converter::GetUnit(int* from, int* to) const {
+    if (from != nullptr) *from = m_from;
+    if (to != nullptr) *to = m_to;
+}
+
+double Converter::Convert(double value) const {
+    if (UnitId::SameUnit(m_from, m_to)) return value;
+    const UnitCatalog& catalog = UnitCatalog::Instance();
+    double out = value;
+    catalog.FindConverter(m_from)->ConvertTo(value, out, *catalog.FindConverter(m_to));
+    return out;
+}
+
+double Converter::Factor() const { return Factor(m_from, m_to); }
+
+ErrorCode Converter::Convert(double value, int from, double& out, int to) {
+    if (UnitId::SameUnit(from, to)) {
+        out = value;
+        return ErrorCode::Success;
+    }
+    const UnitCatalog& catalog = UnitCatalog::Instance();
+    const UnitConverter* source = catalog.FindConverter(from);
+    const UnitConverter* target = catalog.FindConverter(to);
+    if (source == nullptr || target == nullptr) return ErrorCode::UnitMismatch;
+    return source->ConvertTo(value, out, *target);
+}
+
+double Converter::Factor(int from, int to) {
+    if (UnitId::SameUnit(from, to)) return 1.0;
+    const UnitCatalog& catalog = UnitCatalog::Instance();
+    const UnitConverter* source = catalog.FindConverter(from);
+    const UnitConverter* target = catalog.FindConverter(to);
+    if (source == nullptr || target == nullptr) return 0.0;
+    double factor = 0.0;
+    return source->FactorTo(*target, factor) == ErrorCode::Success ? factor : 0.0;
+}
+
+ErrorCode Converter::Convert(double value, const int (&dimensions)[7], double& out, int to) {
+    const UnitConverter* target = UnitCatalog::Instance().FindConverter(to);
+    if (target == nullptr) return ErrorCode::UnitMismatch;
+    return target->FromBase(value, ToDimensions(dimensions), out);
+}
+
+ErrorCode Converter::Convert(double value, int from, double& out, const int (&dimensions)[7]) {
+    const UnitConverter* source = UnitCatalog::Instance().FindConverter(from);
+    if (source == nullptr) return ErrorCode::UnitMismatch;
+    return source->ToBase(value, out, ToDimensions(dimensions));
+}
+
+size_t Converter::GetUnitGroups(int* const ids) {
+    const UnitCatalog& catalog = UnitCatalog::Instance();
+    const std::size_t count = catalog.GroupCount();
+    if (ids != nullptr) {
+        for (std::size_t i = 0; i < count; ++i) ids[i] = static_cast<int>(i + 1) << 12;
+    }
+    return count;
+}
+
+size_t Converter::GetUnitTypes(int group, int* const ids) {
+    return UnitCatalog::Instance().ListUnitTypes(group, ids);
+}
+
+}  // namespace Mensura
+
+using Mensura::Converter;
+using Mensura::ErrorCode;
+
+extern "C" {
+
+int Convert(double value, int from, double* out, int to) {
+    if (out == nullptr) return static_cast<int>(ErrorCode::Failure);
+    return static_cast<int>(Converter::Convert(value, from, *out, to));
+}
+
+double ConversionFactor(int from, int to) { return Converter::Factor(from, to); }
+
+size_t GetUnitGroups(int* ids) { return Converter::GetUnitGroups(ids); }
+
+size_t GetUnitTypes(int group, int* ids) { return Converter::GetUnitTypes(group, ids); }
+
+}  // extern "C"

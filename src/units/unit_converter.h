@@ -1,0 +1,118 @@
+// Converters: how a value in one unit becomes a value in the base unit of its
+// dimensions, and back.
+#ifndef MENSURA_UNITS_UNIT_CONVERTER_H
+#define MENSURA_UNITS_UNIT_CONVERTER_H
+
+#include "mensura/mensura.hpp"
+#include "units/dimensions.h"
+
+namespace Mensura {
+
+class UnitConverter {
+public:
+    virtual ~UnitConverter() = default;
+
+    // value is in base units of `dimensions`; writes it in this unit. Returns
+    // UnitMismatch, with out left alone, when the dimensions are not this
+    // unit's own.
+    virtual ErrorCode FromBase(double value, const Dimensions& dimensions, double& out) const = 0;
+    // Converts value in this unit into `target`. out holds the base value
+    // even when the target refuses the dimensions.
+    virtual ErrorCode ConvertTo(double value, double& out, const UnitConverter& target) const = 0;
+    // Writes value, in this unit, in base units; refuses other dimensions.
+    virtual ErrorCode ToBase(double value, double& out, const Dimensions& dimensions) const = 0;
+    // The pure ratio of this unit to `other`; Failure where none exists.
+    virtual ErrorCode FactorTo(const UnitConverter& other, double& out) const = 0;
+    virtual UnitConverter* Clone() const = 0;
+
+    const Dimensions& GetDimensions() const { return dimensions; }
+    // The size of one unit in base units, whatever the class.
+    double GetFactor() const { return factor; }
+
+protected:
+    UnitConverter(const Dimensions& dims, double scale) : dimensions(dims), factor(scale) {}
+    UnitConverter(const UnitConverter&) = default;
+    UnitConverter& operator=(const UnitConverter&) = default;
+
+    // Shared by both classes: into base by this unit, out of base by the target.
+    ErrorCode ConvertThroughBase(double value, double& out, const UnitConverter& target) const {
+        ToBase(value, out, dimensions);
+        return target.FromBase(out, dimensions, out);
+    }
+
+    Dimensions dimensions;
+    double factor;
+};
+
+// A pure scale: one unit is `factor` base units.
+class GenericConverter final : public UnitConverter {
+public:
+    struct ProductTag {};
+    struct QuotientTag {};
+    static constexpr ProductTag Product{};
+    static constexpr QuotientTag Quotient{};
+
+    // A dimensionless scale.
+    explicit GenericConverter(double scale) : UnitConverter(Dimensions{}, scale) {}
+    GenericConverter(const GenericConverter&) = default;
+    GenericConverter& operator=(const GenericConverter&) = default;
+    template <int L, int M, int T, int I, int Theta, int N, int J>
+    explicit GenericConverter(Quantity<L, M, T, I, Theta, N, J> quantity)
+        : UnitConverter(Dimensions{L, M, T, I, Theta, N, J}, quantity.Value()) {}
+    // a times b: exponents add, factors multiply. An offset plays no part.
+    GenericConverter(const UnitConverter& a, const UnitConverter& b, ProductTag)
+        : UnitConverter(a.GetDimensions() + b.GetDimensions(), a.GetFactor() * b.GetFactor()) {}
+    // a divided by b: exponents subtract, factors divide.
+    GenericConverter(const UnitConverter& a, const UnitConverter& b, QuotientTag)
+        : UnitConverter(a.GetDimensions() - b.GetDimensions(), a.GetFactor() / b.GetFactor()) {}
+
+    ErrorCode FromBase(double value, const Dimensions& dims, double& out) const override {
+        if (dims != dimensions) return ErrorCode::UnitMismatch;
+        out = value / factor;
+        return ErrorCode::Success;
+    }
+    ErrorCode ConvertTo(double value, double& out, const UnitConverter& target) const override {
+        return ConvertThroughBase(value, out, target);
+    }
+    ErrorCode ToBase(double value, double& out, const Dimensions& dims) const override {
+        if (dims != dimensions) return ErrorCode::UnitMismatch;
+        out = value * factor;
+        return ErrorCode::Success;
+    }
+    ErrorCode FactorTo(const UnitConverter& other, double& out) const override;
+    UnitConverter* Clone() const override { return new GenericConverter(*this); }
+};
+
+// A scale with an offset: v in the unit is v * factor + offset in base units.
+// Only temperature scales are built this way.
+class LinearConverter final : public UnitConverter {
+public:
+    LinearConverter(Quantity<0, 0, 0, 0, 1, 0, 0> scale, Quantity<0, 0, 0, 0, 1, 0, 0> offset)
+        : UnitConverter(Dimensions{0, 0, 0, 0, 1, 0, 0}, scale.Value()), offset(offset.Value()) {}
+    LinearConverter(const LinearConverter&) = default;
+
+    ErrorCode FromBase(double value, const Dimensions& dims, double& out) const override {
+        if (dims != dimensions) return ErrorCode::UnitMismatch;
+        out = (value - offset) / factor;
+        return ErrorCode::Success;
+    }
+    ErrorCode ConvertTo(double value, double& out, const UnitConverter& target) const override {
+        return ConvertThroughBase(value, out, target);
+    }
+    ErrorCode ToBase(double value, double& out, const Dimensions& dims) const override {
+        if (dims != dimensions) return ErrorCode::UnitMismatch;
+        out = value * factor + offset;
+        return ErrorCode::Success;
+    }
+    ErrorCode FactorTo(const UnitConverter& other, double& out) const override;
+    UnitConverter* Clone() const override { return new LinearConverter(*this); }
+
+    double GetOffset() const { return offset; }
+
+private:
+    double offset;
+};
+
+}  // namespace Mensura
+
+#endif  // MENSURA_UNITS_UNIT_CONVERTER_H
