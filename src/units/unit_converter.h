@@ -34,12 +34,6 @@ protected:
     UnitConverter(const UnitConverter&) = default;
     UnitConverter& operator=(const UnitConverter&) = default;
 
-    // Shared by both classes: into base by this unit, out of base by the target.
-    ErrorCode ConvertThroughBase(double value, double& out, const UnitConverter& target) const {
-        ToBase(value, out, dimensions);
-        return target.FromBase(out, dimensions, out);
-    }
-
     Dimensions dimensions;
     double factor;
 };
@@ -67,15 +61,18 @@ public:
         : UnitConverter(a.GetDimensions() - b.GetDimensions(), a.GetFactor() / b.GetFactor()) {}
 
     ErrorCode FromBase(double value, const Dimensions& dims, double& out) const override {
-        if (dims != dimensions) return ErrorCode::UnitMismatch;
+        if (!SameDimensions(dims, dimensions)) return ErrorCode::UnitMismatch;
         out = value / factor;
         return ErrorCode::Success;
     }
     ErrorCode ConvertTo(double value, double& out, const UnitConverter& target) const override {
-        return ConvertThroughBase(value, out, target);
+        // Into base by this unit, which cannot refuse its own dimensions; the
+        // target's FromBase holds the one check.
+        out = value * factor;
+        return target.FromBase(out, dimensions, out);
     }
     ErrorCode ToBase(double value, double& out, const Dimensions& dims) const override {
-        if (dims != dimensions) return ErrorCode::UnitMismatch;
+        if (!SameDimensions(dims, dimensions)) return ErrorCode::UnitMismatch;
         out = value * factor;
         return ErrorCode::Success;
     }
@@ -92,15 +89,16 @@ public:
     LinearConverter(const LinearConverter&) = default;
 
     ErrorCode FromBase(double value, const Dimensions& dims, double& out) const override {
-        if (dims != dimensions) return ErrorCode::UnitMismatch;
+        if (!SameDimensions(dims, dimensions)) return ErrorCode::UnitMismatch;
         out = (value - offset) / factor;
         return ErrorCode::Success;
     }
     ErrorCode ConvertTo(double value, double& out, const UnitConverter& target) const override {
-        return ConvertThroughBase(value, out, target);
+        out = value * factor + offset;
+        return target.FromBase(out, dimensions, out);
     }
     ErrorCode ToBase(double value, double& out, const Dimensions& dims) const override {
-        if (dims != dimensions) return ErrorCode::UnitMismatch;
+        if (!SameDimensions(dims, dimensions)) return ErrorCode::UnitMismatch;
         out = value * factor + offset;
         return ErrorCode::Success;
     }
