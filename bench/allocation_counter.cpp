@@ -9,7 +9,9 @@ std::atomic<std::size_t> g_allocations{0};
 }
 
 namespace MensuraBench {
-std::size_t AllocationCount() { return g_allocations.load(std::memory_order_relaxed); }
+std::size_t AllocationCount() {
+    return g_allocations.load(std::memory_order_relaxed);
+}
 }  // namespace MensuraBench
 
 void* operator new(std::size_t size) {
@@ -18,5 +20,9 @@ void* operator new(std::size_t size) {
     throw std::bad_alloc();
 }
 
-void operator delete(void* block) noexcept { std::free(block); }
-void operator delete(void* block, std::size_t) noexcept { std::free(block); }
+void operator delete(void* block) noexcept {
+    std::free(block);
+}
+void operator delete(void* block, std::size_t) noexcept {
+    std::free(block);
+}

@@ -13,9 +13,9 @@ constexpr int kCelsius = 0x2A002;
 constexpr int kFahrenheit = 0x2A003;
 
 void ReportAllocations(benchmark::State& state, std::size_t before) {
-    state.counters["allocs/op"] = benchmark::Counter(
-        static_cast<double>(MensuraBench::AllocationCount() - before),
-        benchmark::Counter::kAvgIterations);
+    state.counters["allocs/op"] =
+        benchmark::Counter(static_cast<double>(MensuraBench::AllocationCount() - before),
+                           benchmark::Counter::kAvgIterations);
 }
 
 void BM_ConverterConvertGeneric(benchmark::State& state) {

@@ -36,11 +36,16 @@ const char* const kUsage =
 
 const char* ErrorName(Mensura::ErrorCode code) {
     switch (code) {
-        case Mensura::ErrorCode::Success: return "Success";
-        case Mensura::ErrorCode::Failure: return "Failure";
-        case Mensura::ErrorCode::ParseFailure: return "ParseFailure";
-        case Mensura::ErrorCode::NotSet: return "NotSet";
-        case Mensura::ErrorCode::UnitMismatch: return "UnitMismatch";
+        case Mensura::ErrorCode::Success:
+            return "Success";
+        case Mensura::ErrorCode::Failure:
+            return "Failure";
+        case Mensura::ErrorCode::ParseFailure:
+            return "ParseFailure";
+        case Mensura::ErrorCode::NotSet:
+            return "NotSet";
+        case Mensura::ErrorCode::UnitMismatch:
+            return "UnitMismatch";
     }
     return "unknown error";
 }

@@ -14,13 +14,21 @@ namespace {
 GenericConverter operator*(const UnitConverter& a, const UnitConverter& b) {
     return GenericConverter(a, b, GenericConverter::Product);
 }
-GenericConverter operator*(double a, const UnitConverter& b) { return GenericConverter(a) * b; }
-GenericConverter operator*(const UnitConverter& a, double b) { return a * GenericConverter(b); }
+GenericConverter operator*(double a, const UnitConverter& b) {
+    return GenericConverter(a) * b;
+}
+GenericConverter operator*(const UnitConverter& a, double b) {
+    return a * GenericConverter(b);
+}
 GenericConverter operator/(const UnitConverter& a, const UnitConverter& b) {
     return GenericConverter(a, b, GenericConverter::Quotient);
 }
-GenericConverter operator/(double a, const UnitConverter& b) { return GenericConverter(a) / b; }
-GenericConverter operator/(const UnitConverter& a, double b) { return a / GenericConverter(b); }
+GenericConverter operator/(double a, const UnitConverter& b) {
+    return GenericConverter(a) / b;
+}
+GenericConverter operator/(const UnitConverter& a, double b) {
+    return a / GenericConverter(b);
+}
 
 using std::pow;
 
@@ -37,7 +45,9 @@ LinearConverter Linear(double factor, double offset) {
 std::unique_ptr<UnitConverter> SameAs(const UnitConverter& source) {
     return std::unique_ptr<UnitConverter>(source.Clone());
 }
-std::unique_ptr<UnitConverter> Own(std::unique_ptr<UnitConverter> converter) { return converter; }
+std::unique_ptr<UnitConverter> Own(std::unique_ptr<UnitConverter> converter) {
+    return converter;
+}
 std::unique_ptr<UnitConverter> Own(const GenericConverter& converter) {
     return std::make_unique<GenericConverter>(converter);
 }
@@ -96,7 +106,9 @@ private:
     int current = 0;
 };
 
-const GroupLine kGroups[] = {
+// Both tables are constant: they stand before any static constructor of the
+// library runs, the catalogue's included.
+constexpr GroupLine kGroups[] = {
 #define GROUP(group, types, ...) {group, types, {__VA_ARGS__}},
 #define UNIT(...)
 #define EQ(factor)
@@ -106,7 +118,7 @@ const GroupLine kGroups[] = {
 #undef EQ
 };
 
-const UnitLine kUnits[] = {
+constexpr UnitLine kUnits[] = {
 #define GROUP(...)
 #define UNIT(group, type, label, ...) \
     {group, type, []([[maybe_unused]] const Resolver& U) { return Own(__VA_ARGS__); }},
@@ -133,11 +145,14 @@ public:
             catalog.RegisterDimensions(group.exponents, group.group << 12);
             const UnitLine* first = line;
             for (; line != end && line->group == group.group; ++line) resolve.AddLine(*line);
-            for (const UnitLine* unit = first; unit != line; ++unit) resolve(unit->group, unit->type);
+            for (const UnitLine* unit = first; unit != line; ++unit)
+                resolve(unit->group, unit->type);
         }
     }
 };
 
-void FillConversionTable(UnitCatalog& catalog) { ConversionTableBuilder::Fill(catalog); }
+void FillConversionTable(UnitCatalog& catalog) {
+    ConversionTableBuilder::Fill(catalog);
+}
 
 }  // namespace Mensura

@@ -4,7 +4,9 @@ namespace Mensura {
 
 void FillConversionTable(UnitCatalog& catalog);
 
-UnitCatalog::UnitCatalog() { FillConversionTable(*this); }
+UnitCatalog::UnitCatalog() {
+    FillConversionTable(*this);
+}
 
 UnitCatalog::~UnitCatalog() {
     // Converters go first, then the index, as the load built them.

@@ -48,6 +48,8 @@ public:
 
     // A dimensionless scale.
     explicit GenericConverter(double scale) : UnitConverter(Dimensions{}, scale) {}
+    // A scale with the given exponents.
+    GenericConverter(const Dimensions& dims, double scale) : UnitConverter(dims, scale) {}
     GenericConverter(const GenericConverter&) = default;
     GenericConverter& operator=(const GenericConverter&) = default;
     template <int L, int M, int T, int I, int Theta, int N, int J>

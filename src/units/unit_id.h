@@ -18,7 +18,9 @@ constexpr int Make(int group, int type, int symbol = 0) {
 
 // The fields as 0-based indices. A field of 0 ("not given") becomes a huge
 // index, so that every range check also refuses it.
-constexpr std::uint32_t TypeIndex(int id) { return (static_cast<std::uint32_t>(id) & TypeMask) - 1; }
+constexpr std::uint32_t TypeIndex(int id) {
+    return (static_cast<std::uint32_t>(id) & TypeMask) - 1;
+}
 constexpr std::uint32_t GroupIndex(int id) {
     return ((static_cast<std::uint32_t>(id) & GroupMask) >> 12) - 1;
 }

@@ -31,7 +31,7 @@ TEST(ConverterStatic, ConvertsThroughTheBaseInTwoRoundedSteps) {
         int from, to;
         double expected;
     } rows[] = {
-        {1.0, kFoot, kInch, 12.0},                      // 0.3048 / 0.025400000000000002
+        {1.0, kFoot, kInch, 12.0},                           // 0.3048 / 0.025400000000000002
         {100.0, kCelsius, kFahrenheit, 211.99999999999997},  // not rounded to 212
         {0.0, kCelsius, kKelvin, 273.15},
         {273.15, kKelvin, kCelsius, 0.0},
@@ -55,8 +55,8 @@ TEST(ConverterStatic, IdsThatAgreeInTheirLow20BitsCopyTheValueWithoutLookup) {
 }
 
 TEST(ConverterStatic, UnknownUnitLeavesOutAlone) {
-    const int pairs[][2] = {{0, kMeter}, {kMeter, 0}, {-1, kMeter}, {0x2000, kMeter},
-                            {0x2043, kMeter}, {0x45001, kMeter}};
+    const int pairs[][2] = {{0, kMeter},      {kMeter, 0},      {-1, kMeter},
+                            {0x2000, kMeter}, {0x2043, kMeter}, {0x45001, kMeter}};
     for (const auto& pair : pairs) {
         double out = -7.0;
         EXPECT_EQ(Converter::Convert(1.0, pair[0], out, pair[1]), ErrorCode::UnitMismatch);
@@ -147,7 +147,7 @@ TEST(ConverterObject, HoldsAnAcceptedPair) {
 TEST(ConverterObject, FirstSetUnitNeedsBothSides) {
     Converter converter;
     EXPECT_EQ(converter.SetUnit(kMeter, 0), ErrorCode::UnitMismatch);  // -1 finds no unit
-    EXPECT_EQ(converter.SetUnit(0xFFFFF, 0), ErrorCode::Success);       // equal to -1 in 20 bits
+    EXPECT_EQ(converter.SetUnit(0xFFFFF, 0), ErrorCode::Success);      // equal to -1 in 20 bits
     EXPECT_EQ(converter.SetUnit(kFoot, kInch), ErrorCode::Success);
     EXPECT_EQ(converter.Convert(1.0), 12.0);
 }
@@ -191,7 +191,8 @@ TEST(Quantity, ToleranceIsExportedUnderItsNameAndReadsZero) {
     // Private to callers' code, so it is reached the way a linker reaches it.
     void* self = dlopen(nullptr, RTLD_NOW);
     ASSERT_NE(self, nullptr);
-    const void* tolerance = dlsym(self, "_ZN7Mensura8QuantityILi0ELi0ELi0ELi0ELi0ELi0ELi0EE11s_toleranceE");
+    const void* tolerance =
+        dlsym(self, "_ZN7Mensura8QuantityILi0ELi0ELi0ELi0ELi0ELi0ELi0EE11s_toleranceE");
     ASSERT_NE(tolerance, nullptr);
     EXPECT_EQ(*static_cast<const double*>(tolerance), 0.0);
     dlclose(self);

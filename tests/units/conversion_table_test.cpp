@@ -55,19 +55,21 @@ std::vector<GroupShape> GroupShapes() {
 }
 
 // Types per group, groups 1 to 68, as published.
-constexpr int kTypesPerGroup[68] = {
-    1, 66, 50, 94, 42, 2,  21, 10, 1, 2,  4,  2, 21, 4,  22, 9, 9, 5, 35, 38, 9, 2, 29,
-    10, 9, 4,  4,  2,  23, 3,  1,  5, 39, 3,  3, 3,  8,  6,  2, 22, 21, 4, 2,  41, 16, 5,
-    2,  3, 4,  3,  3,  2,  2,  2,  3, 1,  1,  5, 3, 3,  2,  3,  3, 3, 4, 3,  2,  2};
+constexpr int kTypesPerGroup[68] = {1, 66, 50, 94, 42, 2,  21, 10, 1, 2,  4,  2,  21, 4, 22, 9,  9,
+                                    5, 35, 38, 9,  2,  29, 10, 9,  4, 4,  2,  23, 3,  1, 5,  39, 3,
+                                    3, 3,  8,  6,  2,  22, 21, 4,  2, 41, 16, 5,  2,  3, 4,  3,  3,
+                                    2, 2,  2,  3,  1,  1,  5,  3,  3, 2,  3,  3,  3,  4, 3,  2,  2};
 
 // The first type of each group whose factor is exactly 1 with no offset; 0 where
 // no type has factor 1.
-constexpr int kTypeOfFactorOne[68] = {
-    1, 1, 1, 24, 1, 1, 1, 1, 1, 0, 0, 0, 1, 1, 1, 1, 1, 1, 1, 1, 1, 0, 1, 1, 1, 1, 3,
-    1, 1, 1, 1,  1, 14, 1, 1, 1, 1, 1, 1, 1, 2, 1, 0, 1, 1, 3, 0, 1, 1, 1, 1, 1, 1, 1,
-    1, 1, 1, 1,  0, 0, 1, 1, 1, 1, 1, 1, 2, 2};
+constexpr int kTypeOfFactorOne[68] = {1, 1, 1, 24, 1, 1, 1, 1, 1, 0, 0, 0, 1, 1, 1, 1,  1,
+                                      1, 1, 1, 1,  0, 1, 1, 1, 1, 3, 1, 1, 1, 1, 1, 14, 1,
+                                      1, 1, 1, 1,  1, 1, 2, 1, 0, 1, 1, 3, 0, 1, 1, 1,  1,
+                                      1, 1, 1, 1,  1, 1, 1, 0, 0, 1, 1, 1, 1, 1, 1, 2,  2};
 
-const UnitCatalog& Catalog() { return UnitCatalog::Instance(); }
+const UnitCatalog& Catalog() {
+    return UnitCatalog::Instance();
+}
 
 const UnitConverter& At(int group, int type) {
     const UnitConverter* converter = Catalog().FindConverter((group << 12) | type);
@@ -143,10 +145,23 @@ TEST(ConversionTable, RootTypesHaveTheirFactors) {
     struct Root {
         int group, type;
         double factor;
-    } roots[] = {{1, 1, 1},  {2, 1, 1},  {5, 1, 1},  {7, 1, 1},    {8, 1, 1},  {9, 1, 1},
-                 {12, 1, 1e-6}, {13, 1, 1}, {16, 1, 1}, {25, 1, 1}, {41, 2, 1}, {42, 1, 1},
-                 {42, 2, 1}, {42, 3, 0.5555555555555556}, {42, 4, 0.5555555555555556},
-                 {44, 1, 1}, {51, 1, 1}};
+    } roots[] = {{1, 1, 1},
+                 {2, 1, 1},
+                 {5, 1, 1},
+                 {7, 1, 1},
+                 {8, 1, 1},
+                 {9, 1, 1},
+                 {12, 1, 1e-6},
+                 {13, 1, 1},
+                 {16, 1, 1},
+                 {25, 1, 1},
+                 {41, 2, 1},
+                 {42, 1, 1},
+                 {42, 2, 1},
+                 {42, 3, 0.5555555555555556},
+                 {42, 4, 0.5555555555555556},
+                 {44, 1, 1},
+                 {51, 1, 1}};
     for (const Root& root : roots) {
         EXPECT_TRUE(SameBits(At(root.group, root.type).GetFactor(), root.factor))
             << "[" << root.group << "." << root.type << "]";
@@ -175,8 +190,8 @@ TEST(ConversionTable, SiRunsScaleTheirUnitByThePrefixes) {
 }
 
 TEST(ConversionTable, TypesWithEqualFactorsStaySeparate) {
-    const int pairs[][4] = {{3, 1, 3, 17},   {4, 24, 4, 84}, {19, 1, 19, 20}, {2, 35, 2, 37},
-                            {41, 3, 41, 7},  {41, 6, 41, 10}, {33, 1, 33, 2}, {33, 1, 33, 3},
+    const int pairs[][4] = {{3, 1, 3, 17},    {4, 24, 4, 84},   {19, 1, 19, 20}, {2, 35, 2, 37},
+                            {41, 3, 41, 7},   {41, 6, 41, 10},  {33, 1, 33, 2},  {33, 1, 33, 3},
                             {33, 15, 33, 16}, {33, 15, 33, 18}, {44, 32, 44, 35}};
     for (const auto& pair : pairs) {
         const UnitConverter& a = At(pair[0], pair[1]);
@@ -196,7 +211,8 @@ TEST(ConversionTable, PoundsOfTheRatesDivideThePoundOfHalfAKilogram) {
     EXPECT_EQ(At(5, 22).GetFactor(), 0.5);
     EXPECT_TRUE(SameBits(At(5, 23).GetFactor(), 0.4535923700000001));
     const int rates[][2] = {{17, 6}, {17, 8}, {17, 9}, {21, 7}, {21, 8}, {21, 9}, {46, 4}, {46, 5}};
-    const int divisors[][2] = {{4, 15}, {4, 22}, {4, 23}, {44, 1}, {44, 22}, {44, 23}, {0, 0}, {0, 0}};
+    const int divisors[][2] = {{4, 15},  {4, 22},  {4, 23}, {44, 1},
+                               {44, 22}, {44, 23}, {0, 0},  {0, 0}};
     for (int i = 0; i < 6; ++i) {
         EXPECT_TRUE(SameBits(At(rates[i][0], rates[i][1]).GetFactor(),
                              0.5 / At(divisors[i][0], divisors[i][1]).GetFactor()));
@@ -216,8 +232,11 @@ TEST(ConversionTable, TemperatureRatesAndInverseTemperaturesHaveNoOffset) {
 }
 
 TEST(ConversionTable, GroupsWithEqualExponentsConvertIntoEachOther) {
-    const int pairs[][2] = {{0x8001, 0x1001}, {0x4001, 0x16001}, {0x28001, 0x3E001},
-                            {0x17001, 0x25001}, {0x29001, 0x8002}};
+    const int pairs[][2] = {{0x8001, 0x1001},
+                            {0x4001, 0x16001},
+                            {0x28001, 0x3E001},
+                            {0x17001, 0x25001},
+                            {0x29001, 0x8002}};
     for (const auto& pair : pairs) {
         double out = 0.0;
         EXPECT_EQ(Converter::Convert(1.0, pair[0], out, pair[1]), ErrorCode::Success)
@@ -268,12 +287,12 @@ TEST(DimensionIndex, NamesAGroupOnlyWhereExactlyOneGroupHasTheExponents) {
 
     // The shared keys, each with the groups that share it.
     const std::vector<std::pair<Dimensions, std::set<int>>> shared = {
-        {{0, 0, 0, 0, 0, 0, 0}, {1, 8, 9, 12, 41}},   {{3, 0, 0, 0, 0, 0, 0}, {4, 22}},
-        {{-3, 1, 0, 0, 0, 0, 0}, {11, 17}},           {{2, 1, -3, -1, 0, 0, 0}, {49, 50}},
-        {{1, 0, -1, 0, 0, 0, 0}, {40, 62}},           {{1, 1, -2, 0, 0, 0, 0}, {23, 37, 60}},
-        {{-2, 1, -2, 0, 0, 0, 0}, {18, 58}},          {{2, 1, -2, 0, 0, 0, 0}, {19, 45, 59}},
-        {{0, 0, -1, 0, 0, 0, 0}, {16, 25, 63}},       {{1, -1, 2, 0, 0, 0, 0}, {35, 64}},
-        {{0, 0, 0, 0, 0, 0, 1}, {51, 54}},            {{-2, 0, 0, 0, 0, 0, 1}, {52, 55, 56}},
+        {{0, 0, 0, 0, 0, 0, 0}, {1, 8, 9, 12, 41}}, {{3, 0, 0, 0, 0, 0, 0}, {4, 22}},
+        {{-3, 1, 0, 0, 0, 0, 0}, {11, 17}},         {{2, 1, -3, -1, 0, 0, 0}, {49, 50}},
+        {{1, 0, -1, 0, 0, 0, 0}, {40, 62}},         {{1, 1, -2, 0, 0, 0, 0}, {23, 37, 60}},
+        {{-2, 1, -2, 0, 0, 0, 0}, {18, 58}},        {{2, 1, -2, 0, 0, 0, 0}, {19, 45, 59}},
+        {{0, 0, -1, 0, 0, 0, 0}, {16, 25, 63}},     {{1, -1, 2, 0, 0, 0, 0}, {35, 64}},
+        {{0, 0, 0, 0, 0, 0, 1}, {51, 54}},          {{-2, 0, 0, 0, 0, 0, 1}, {52, 55, 56}},
     };
     std::set<int> sharingGroups;
     for (const auto& [exponents, groups] : shared) {

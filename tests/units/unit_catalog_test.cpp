@@ -9,7 +9,9 @@
 namespace Mensura {
 namespace {
 
-const UnitCatalog& Catalog() { return UnitCatalog::Instance(); }
+const UnitCatalog& Catalog() {
+    return UnitCatalog::Instance();
+}
 
 TEST(FindConverter, NeedsBothGroupAndType) {
     const int missing[] = {0, 0x2000, 0x1000, 0x0001, -1, 0x45001, 0x2043, 0xFF001, 0x2FFF};

@@ -1,0 +1,144 @@
+// The parse side of symbols: every element of a SymbolList is an
+// IParseSymbol, and the evaluation lets each one rewrite the list around it.
+//
+// Symbols of the catalogue are shared by every thread and every formatter, so
+// Evaluate is const: what a symbol needs to remember during one parse lives in
+// the list or in a new symbol that the list owns.
+#ifndef MENSURA_PARSING_PARSE_SYMBOL_H
+#define MENSURA_PARSING_PARSE_SYMBOL_H
+
+#include <cstdint>
+
+#include "parsing/symbol_list.h"
+#include "units/dimensions.h"
+#include "units/unit_converter.h"
+
+namespace Mensura {
+
+class OperandSymbol;
+class OperatorSymbol;
+class NumberSymbol;
+
+// The root of every symbol, reached once through any number of paths.
+class ISymbol {
+public:
+    virtual ~ISymbol() = default;
+};
+
+// Which concrete class a parse symbol is. Neighbours in a list ask this, and
+// the answer is always about the class of the object, whatever its text.
+enum class ParseKind : std::uint8_t {
+    Number,
+    Operand,  // a unit symbol or an operand made during evaluation
+    Result,
+    Linear,
+    Custom,
+    Division,
+    Space,
+    Multiplication,
+    Square,
+    Cubic,
+    LeftParenthesis,
+    RightParenthesis,
+    Prime,
+    DoublePrime,
+    Dash,
+    Caret,
+    Degree,
+    North,
+    East,
+    South,
+    West,
+    D,
+};
+
+class IParseSymbol : public virtual ISymbol {
+public:
+    // Rewrites the list around `position`, which it leaves on a live element
+    // or at the end: there the engine goes on. 0 to go on, else a refusal.
+    virtual int Evaluate(SymbolList& list, SymbolList::iterator& position, bool firstPass,
+                         const Dimensions& dimensions) const = 0;
+    virtual ParseKind Kind() const = 0;
+    virtual const OperandSymbol* AsOperand() const { return nullptr; }
+    virtual const OperatorSymbol* AsOperator() const { return nullptr; }
+    virtual const NumberSymbol* AsNumber() const { return nullptr; }
+};
+
+// A unit: its value is its converter.
+class OperandSymbol : public IParseSymbol {
+public:
+    int Evaluate(SymbolList& list, SymbolList::iterator& position, bool firstPass,
+                 const Dimensions& dimensions) const override;
+    ParseKind Kind() const override { return ParseKind::Operand; }
+    const OperandSymbol* AsOperand() const override { return this; }
+    virtual const UnitConverter& GetConverter() const = 0;
+};
+
+// An operand made during evaluation: a pure scale held by value. An offset
+// of the converter it is made from is not kept.
+class GenericOperand : public OperandSymbol {
+public:
+    explicit GenericOperand(const UnitConverter& source)
+        : converter(source.GetDimensions(), source.GetFactor()) {}
+    GenericOperand(const Dimensions& dimensions, double factor) : converter(dimensions, factor) {}
+    const UnitConverter& GetConverter() const override { return converter; }
+
+private:
+    GenericConverter converter;
+};
+
+// The finished quantity: its factor is the value in base units.
+class ResultSymbol : public GenericOperand {
+public:
+    using GenericOperand::GenericOperand;
+    int Evaluate(SymbolList& list, SymbolList::iterator& position, bool firstPass,
+                 const Dimensions& dimensions) const override;
+    ParseKind Kind() const override { return ParseKind::Result; }
+    double Value() const { return GetConverter().GetFactor(); }
+};
+
+// A number read from the text, with what the scanner saw in it.
+class NumberSymbol : public IParseSymbol {
+public:
+    NumberSymbol(double v, std::uint32_t f) : value(v), flags(f) {}
+    int Evaluate(SymbolList& list, SymbolList::iterator& position, bool firstPass,
+                 const Dimensions& dimensions) const override;
+    ParseKind Kind() const override { return ParseKind::Number; }
+    const NumberSymbol* AsNumber() const override { return this; }
+
+    double value;
+    std::uint32_t flags;
+};
+
+// An operator of the unit arithmetic. In the second pass it looks ahead past
+// the operand on its right for an operator that binds tighter, lets that one
+// go first, and then applies itself.
+class OperatorSymbol : public IParseSymbol {
+public:
+    static constexpr std::uint32_t LookAhead = 1;  // has a right side and must see it first
+    static constexpr std::uint32_t Postfix = 2;    // applies at once to its left side
+
+    OperatorSymbol(int p, std::uint32_t f) : priority(p), flags(f) {}
+    int Evaluate(SymbolList& list, SymbolList::iterator& position, bool firstPass,
+                 const Dimensions& dimensions) const override;
+    const OperatorSymbol* AsOperator() const override { return this; }
+    // Carries the operator out; `position` stands on the operator at entry and
+    // on the new operand after success. 0, or non-zero to refuse.
+    virtual int Apply(SymbolList& list, SymbolList::iterator& position) const = 0;
+
+    int priority;
+    std::uint32_t flags;
+};
+
+// Reduces the list to one ResultSymbol in two passes: first for layout, then
+// for computation. 0 when a result stands first in the list, else 1; the list
+// is left rewritten either way.
+int EvaluateList(SymbolList& list, const Dimensions& dimensions);
+
+// Turns the number at `number` into a ResultSymbol by `converter`, in base
+// units. Non-zero when the converter refuses.
+int MakeResult(SymbolList& list, SymbolList::iterator number, const UnitConverter& converter);
+
+}  // namespace Mensura
+
+#endif  // MENSURA_PARSING_PARSE_SYMBOL_H
