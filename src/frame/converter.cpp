@@ -18,7 +18,9 @@ Dimensions ToDimensions(const int (&exponents)[7]) {
 
 Converter::Converter() : m_from(kNoUnit), m_to(kNoUnit) {}
 
-Converter::Converter(int from, int to) : Converter() { SetUnit(from, to); }
+Converter::Converter(int from, int to) : Converter() {
+    SetUnit(from, to);
+}
 
 Converter& Converter::operator=(const Converter& other) {
     m_from = other.m_from;
@@ -56,7 +58,9 @@ double Converter::Convert(double value) const {
     return out;
 }
 
-double Converter::Factor() const { return Factor(m_from, m_to); }
+double Converter::Factor() const {
+    return Factor(m_from, m_to);
+}
 
 ErrorCode Converter::Convert(double value, int from, double& out, int to) {
     if (UnitId::SameUnit(from, to)) {
@@ -117,10 +121,16 @@ int Convert(double value, int from, double* out, int to) {
     return static_cast<int>(Converter::Convert(value, from, *out, to));
 }
 
-double ConversionFactor(int from, int to) { return Converter::Factor(from, to); }
+double ConversionFactor(int from, int to) {
+    return Converter::Factor(from, to);
+}
 
-size_t GetUnitGroups(int* ids) { return Converter::GetUnitGroups(ids); }
+size_t GetUnitGroups(int* ids) {
+    return Converter::GetUnitGroups(ids);
+}
 
-size_t GetUnitTypes(int group, int* ids) { return Converter::GetUnitTypes(group, ids); }
+size_t GetUnitTypes(int group, int* ids) {
+    return Converter::GetUnitTypes(group, ids);
+}
 
 }  // extern "C"
