@@ -6,10 +6,20 @@ void FillConversionTable(UnitCatalog& catalog);
 
 UnitCatalog::UnitCatalog() {
     FillConversionTable(*this);
+    IndexConverters();
+}
+
+void UnitCatalog::IndexConverters() {
+    converterIndex.fill(GroupSlots{});
+    for (std::size_t group = 0; group < converters.size(); ++group) {
+        converterIndex[group + 1] = {converters[group].data(),
+                                     static_cast<std::uint32_t>(converters[group].size())};
+    }
 }
 
 UnitCatalog::~UnitCatalog() {
     // Converters go first, then the index, as the load built them.
+    converterIndex.fill(GroupSlots{});
     converters.clear();
     dimensionIndex.clear();
 }

@@ -4,6 +4,7 @@
 #ifndef MENSURA_UNITS_UNIT_CATALOG_H
 #define MENSURA_UNITS_UNIT_CATALOG_H
 
+#include <array>
 #include <cstddef>
 #include <map>
 #include <memory>
@@ -29,12 +30,9 @@ public:
     // The converter of the unit type of `id` (any symbol bits are ignored), or
     // null when the group or type field is 0 or out of range.
     const UnitConverter* FindConverter(int id) const {
-        const std::uint32_t group = UnitId::GroupIndex(id);
-        if (group >= converters.size()) return nullptr;
-        const auto& types = converters[group];
+        const GroupSlots& group = converterIndex[(static_cast<std::uint32_t>(id) >> 12) & 0xFF];
         const std::uint32_t type = UnitId::TypeIndex(id);
-        if (type >= types.size()) return nullptr;
-        return types[type].get();
+        return type < group.count ? group.types[type].get() : nullptr;
     }
 
     // The group id of the one group with these exponents; 0 when none or
@@ -57,10 +55,20 @@ private:
     // Registers a group's exponents: a key seen twice holds 0 for good.
     void RegisterDimensions(const Dimensions& exponents, int group);
 
+    // Every value of the group field, 0 and those past the last group included,
+    // finds an entry here, so that a conversion looks a unit up with one
+    // compare: an unknown group has no slots.
+    struct GroupSlots {
+        const std::unique_ptr<UnitConverter>* types = nullptr;
+        std::uint32_t count = 0;
+    };
+    void IndexConverters();
+
     static UnitCatalog s_instance;
 
     std::vector<std::vector<std::unique_ptr<UnitConverter>>> converters;
     std::map<Dimensions, int> dimensionIndex;
+    std::array<GroupSlots, 256> converterIndex{};
 };
 
 }  // namespace Mensura

@@ -30,12 +30,23 @@ public:
     double GetFactor() const { return factor; }
 
 protected:
-    UnitConverter(const Dimensions& dims, double scale) : dimensions(dims), factor(scale) {}
+    UnitConverter(const Dimensions& dims, double scale, bool offset)
+        : dimensions(dims), factor(scale), hasOffset(offset) {}
     UnitConverter(const UnitConverter&) = default;
     UnitConverter& operator=(const UnitConverter&) = default;
 
+    // Out of base by `target`: a pure scale is divided out here, saving the
+    // conversion a virtual call; a scale with an offset does its own.
+    ErrorCode LeaveBase(double base, double& out, const UnitConverter& target) const {
+        if (target.hasOffset) return target.FromBase(base, dimensions, out);
+        if (!SameDimensions(target.dimensions, dimensions)) return ErrorCode::UnitMismatch;
+        out = base / target.factor;
+        return ErrorCode::Success;
+    }
+
     Dimensions dimensions;
     double factor;
+    bool hasOffset;
 };
 
 // A pure scale: one unit is `factor` base units.
@@ -47,20 +58,22 @@ public:
     static constexpr QuotientTag Quotient{};
 
     // A dimensionless scale.
-    explicit GenericConverter(double scale) : UnitConverter(Dimensions{}, scale) {}
+    explicit GenericConverter(double scale) : UnitConverter(Dimensions{}, scale, false) {}
     // A scale with the given exponents.
-    GenericConverter(const Dimensions& dims, double scale) : UnitConverter(dims, scale) {}
+    GenericConverter(const Dimensions& dims, double scale) : UnitConverter(dims, scale, false) {}
     GenericConverter(const GenericConverter&) = default;
     GenericConverter& operator=(const GenericConverter&) = default;
     template <int L, int M, int T, int I, int Theta, int N, int J>
     explicit GenericConverter(Quantity<L, M, T, I, Theta, N, J> quantity)
-        : UnitConverter(Dimensions{L, M, T, I, Theta, N, J}, quantity.Value()) {}
+        : UnitConverter(Dimensions{L, M, T, I, Theta, N, J}, quantity.Value(), false) {}
     // a times b: exponents add, factors multiply. An offset plays no part.
     GenericConverter(const UnitConverter& a, const UnitConverter& b, ProductTag)
-        : UnitConverter(a.GetDimensions() + b.GetDimensions(), a.GetFactor() * b.GetFactor()) {}
+        : UnitConverter(a.GetDimensions() + b.GetDimensions(), a.GetFactor() * b.GetFactor(),
+                        false) {}
     // a divided by b: exponents subtract, factors divide.
     GenericConverter(const UnitConverter& a, const UnitConverter& b, QuotientTag)
-        : UnitConverter(a.GetDimensions() - b.GetDimensions(), a.GetFactor() / b.GetFactor()) {}
+        : UnitConverter(a.GetDimensions() - b.GetDimensions(), a.GetFactor() / b.GetFactor(),
+                        false) {}
 
     ErrorCode FromBase(double value, const Dimensions& dims, double& out) const override {
         if (!SameDimensions(dims, dimensions)) return ErrorCode::UnitMismatch;
@@ -69,9 +82,9 @@ public:
     }
     ErrorCode ConvertTo(double value, double& out, const UnitConverter& target) const override {
         // Into base by this unit, which cannot refuse its own dimensions; the
-        // target's FromBase holds the one check.
+        // way out of base holds the one check.
         out = value * factor;
-        return target.FromBase(out, dimensions, out);
+        return LeaveBase(out, out, target);
     }
     ErrorCode ToBase(double value, double& out, const Dimensions& dims) const override {
         if (!SameDimensions(dims, dimensions)) return ErrorCode::UnitMismatch;
@@ -87,7 +100,8 @@ public:
 class LinearConverter final : public UnitConverter {
 public:
     LinearConverter(Quantity<0, 0, 0, 0, 1, 0, 0> scale, Quantity<0, 0, 0, 0, 1, 0, 0> offset)
-        : UnitConverter(Dimensions{0, 0, 0, 0, 1, 0, 0}, scale.Value()), offset(offset.Value()) {}
+        : UnitConverter(Dimensions{0, 0, 0, 0, 1, 0, 0}, scale.Value(), true),
+          offset(offset.Value()) {}
     LinearConverter(const LinearConverter&) = default;
 
     ErrorCode FromBase(double value, const Dimensions& dims, double& out) const override {
@@ -97,7 +111,7 @@ public:
     }
     ErrorCode ConvertTo(double value, double& out, const UnitConverter& target) const override {
         out = value * factor + offset;
-        return target.FromBase(out, dimensions, out);
+        return LeaveBase(out, out, target);
     }
     ErrorCode ToBase(double value, double& out, const Dimensions& dims) const override {
         if (!SameDimensions(dims, dimensions)) return ErrorCode::UnitMismatch;
