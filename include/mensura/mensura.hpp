@@ -98,8 +98,84 @@ private:
     int m_to;
 };
 
-// A caller's handle on one set of text conventions.
-class Formatter;
+// The state behind a Formatter, private to the library.
+class FormatterImpl;
+
+// A caller's handle on one set of text conventions: how numbers look and in
+// which language symbols appear. Copies share one state, so a change through
+// any copy shows through all of them; the state goes with the last copy. A
+// formatter and its copies serve one thread at a time.
+//
+// Text is UTF-16 ended by a zero unit. Sizes count 16-bit units and include
+// the terminator. The text getters cut what does not fit: they copy at most
+// size - 1 units, always end the buffer's content with a terminator, and
+// report nothing; a size of 0 writes nothing.
+class MENSURA_API Formatter {
+public:
+    // An English formatter (locale 1033).
+    Formatter();
+    // Locale 2052 is Simplified Chinese; every other id, 0 and negative ones
+    // included, is English (1033). The number settings start the same for
+    // both: digits 0 to 9, no positive sign, negative sign "-", group
+    // separator ",", decimal separator ".", style Number, 2 decimal digits,
+    // groups of 3.
+    explicit Formatter(int locale);
+    // Shares other's state; no setting is copied.
+    Formatter(const Formatter& other);
+    // Lets go of the state held so far and shares other's.
+    Formatter& operator=(const Formatter& other);
+    // Releases the state when this is the last formatter that shares it.
+    virtual ~Formatter();
+
+    // Writes the ten units that stand for the digits 0 to 9, no terminator.
+    void GetNativeDigits(char16_t* const digits) const;
+    // Reads ten units, terminator or not, as the digits 0 to 9. Failure, with
+    // nothing changed, when two of them are equal or digits is null.
+    ErrorCode SetNativeDigits(const char16_t* const digits);
+
+    void GetNegativeSign(char16_t* buffer, size_t size) const;
+    // Any text, the empty one included; null changes nothing.
+    void SetNegativeSign(const char16_t* text);
+    void GetPositiveSign(char16_t* buffer, size_t size) const;
+    // Any text, the empty one included; null changes nothing.
+    void SetPositiveSign(const char16_t* text);
+
+    // The precision of a rendered number.
+    int GetNumberDecimalDigits() const;
+    // Accepts 0 to 99; Failure, with nothing changed, for anything else.
+    ErrorCode SetNumberDecimalDigits(int digits);
+
+    void GetNumberDecimalSeparator(char16_t* buffer, size_t size) const;
+    // Failure, with nothing changed, for a null or empty text.
+    ErrorCode SetNumberDecimalSeparator(const char16_t* text);
+    void GetNumberGroupSeparator(char16_t* buffer, size_t size) const;
+    // Failure, with nothing changed, for a null or empty text.
+    ErrorCode SetNumberGroupSeparator(const char16_t* text);
+
+    // Returns the count of group sizes; when sizes is not null, first writes
+    // all of them there, nearest the decimal point first. Ask for the count
+    // first: there is no capacity argument.
+    size_t GetNumberGroupSizes(int* const sizes) const;
+    // Digit group sizes, nearest the decimal point first; the last one repeats
+    // for the rest of the digits, and a last size of 0 leaves them ungrouped.
+    // A first size of 0 means no grouping. Failure, with nothing changed, when
+    // count is below 1, a size but the last lies outside 1 to 9, or the last
+    // outside 0 to 9.
+    ErrorCode SetNumberGroupSizes(const int* const sizes, int count);
+
+    NumberFormat GetNumber() const;
+    // Stored as given, unchecked: a value outside the enumeration is read
+    // back as it is and makes every rendering fail.
+    void SetNumber(NumberFormat format);
+
+    // 1033 or 2052, never another value.
+    int GetLocaleId() const;
+
+private:
+    // The shared state, counted inside it without atomics; a plain pointer
+    // keeps the standard library out of this class's layout.
+    FormatterImpl* m_impl;
+};
 
 // Thin wrappers over the platform's mathematical functions.
 namespace Detail {

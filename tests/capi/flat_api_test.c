@@ -22,6 +22,11 @@ int main(void) {
     double out = -1.0;
     int groups[68];
     int lengths[66];
+    MensuraFormatter* formatter;
+    int32_t digits = 0;
+    uint64_t count = 0;
+    MensuraChar16 sign[2] = {'#', '#'};
+    MensuraChar16 plus[2] = {'+', 0};
 
     check(Convert(100.0, 0x2A002, &out, 0x2A003) == 0, "Celsius to Fahrenheit succeeds");
     check(same_bits(out, 211.99999999999997), "100 C is 211.99999999999997 F, not rounded");
@@ -47,6 +52,28 @@ int main(void) {
     check(GetUnitTypes(0x2000, lengths) == 66 && lengths[0] == 0x2001 && lengths[65] == 0x2042,
           "length ids run from 0x2001 to 0x2042");
     check(GetUnitTypes(0x45000, NULL) == 0, "group 69 does not exist");
+
+    formatter = CreateFormatter(2052);
+    check(formatter != NULL, "a formatter for Simplified Chinese");
+    check(FormatterNumberSetting(formatter, 5, &digits, 0) == 0 && digits == 2,
+          "2 decimal digits by default");
+    digits = 6;
+    check(FormatterNumberSetting(formatter, 6, &digits, 0) == 0, "6 decimal digits accepted");
+    digits = 100;
+    check(FormatterNumberSetting(formatter, 6, &digits, 0) == 1, "100 decimal digits refused");
+    check(FormatterNumberSetting(formatter, 5, &digits, 0) == 0 && digits == 6,
+          "the refusal kept 6 decimal digits");
+    check(FormatterNumberSetting(formatter, 3, sign, 2) == 0 && sign[0] == '-' && sign[1] == 0,
+          "the negative sign is \"-\"");
+    check(FormatterNumberSetting(formatter, 16, plus, 0) == 0, "a positive sign is accepted");
+    check(FormatterNumberSetting(formatter, 15, sign, 1) == 0 && sign[0] == 0,
+          "a buffer of 1 receives the terminator alone");
+    check(FormatterNumberSetting(formatter, 13, &count, 0) == 0 && count == 1, "one group size");
+    check(FormatterNumberSetting(formatter, 17, &digits, 0) == 1, "selector 17 does not exist");
+    check(FormatterNumberSetting(formatter, 5, NULL, 0) == 1, "null data is refused");
+    check(FormatterNumberSetting(NULL, 5, &digits, 0) == 1, "a null formatter is refused");
+    DestroyFormatter(formatter);
+    DestroyFormatter(NULL);
 
     printf("%d passed, %d failed\n", passed, failed);
     return failed == 0 ? 0 : 1;

@@ -1,0 +1,131 @@
+// The state behind a Formatter: number settings, the table of number tokens
+// that follows them, the per-formatter defaults and symbol strings, and the
+// locale. Every Formatter that shares it forwards to it.
+#ifndef MENSURA_FRAME_FORMATTER_IMPL_H
+#define MENSURA_FRAME_FORMATTER_IMPL_H
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <map>
+#include <string>
+#include <vector>
+
+#include "mensura/mensura.hpp"
+#include "vocabulary/radix_tree.h"
+
+namespace Mensura {
+
+// The codes of NumberTokens. A code's token class is (code - 4) / 4: the
+// digit value 0 to 9, then 10 for the group separator, 11 the decimal
+// separator, 12 the positive sign, 13 the negative sign and 14 the exponent
+// letter. 0 is no token.
+namespace NumberToken {
+constexpr int None = 0;
+constexpr int Digit(int digit) {
+    return 4 * (digit + 1);
+}
+constexpr int GroupSeparator = 44;
+constexpr int DecimalSeparator = 48;
+constexpr int PositiveSign = 52;
+constexpr int NegativeSign = 56;
+constexpr int Exponent = 60;
+}  // namespace NumberToken
+
+// From the text of a number token to its code. A text holds one code: when
+// two settings share a text the last one set wins, and erasing either erases
+// it for both.
+using NumberTokenTree = RadixTree<int>;
+
+// A symbol string set by the caller.
+struct SymbolStringEntry {
+    std::u16string text;
+};
+
+class FormatterImpl {
+public:
+    static constexpr int kEnglish = 1033;
+    static constexpr int kSimplifiedChinese = 2052;
+
+    // Default settings for a locale: 2052 is Simplified Chinese, every other
+    // id English (1033). The number settings are the same for both.
+    explicit FormatterImpl(int locale);
+    FormatterImpl(const FormatterImpl&) = delete;
+    FormatterImpl& operator=(const FormatterImpl&) = delete;
+
+    // The Formatter handles that share this state. A new state has none; the
+    // handle that drops the count to 0 deletes the state.
+    void AddHandle() { ++handles; }
+    bool DropHandle() { return --handles == 0; }
+
+    // Writes the ten digit units, no terminator.
+    void GetNativeDigits(char16_t* digits) const;
+    // Reads ten units, terminator or not. Failure, with nothing changed, when
+    // two of them are equal.
+    ErrorCode SetNativeDigits(const char16_t* digits);
+
+    // The text getters copy into buffer of `size` units and always leave a
+    // terminator in it: a text that does not fit is cut to size - 1 units.
+    // A size of 0 writes nothing.
+    void GetPositiveSign(char16_t* buffer, std::size_t size) const;
+    void GetNegativeSign(char16_t* buffer, std::size_t size) const;
+    void GetNumberGroupSeparator(char16_t* buffer, std::size_t size) const;
+    void GetNumberDecimalSeparator(char16_t* buffer, std::size_t size) const;
+    // An empty sign is accepted; a null one changes nothing.
+    void SetPositiveSign(const char16_t* text);
+    void SetNegativeSign(const char16_t* text);
+    // Failure, with nothing changed, for a null or empty text.
+    ErrorCode SetNumberGroupSeparator(const char16_t* text);
+    ErrorCode SetNumberDecimalSeparator(const char16_t* text);
+
+    int GetNumberDecimalDigits() const { return decimalDigits; }
+    // Accepts 0 to 99.
+    ErrorCode SetNumberDecimalDigits(int digits);
+    // Returns the count; copies all sizes first when sizes is not null.
+    std::size_t GetNumberGroupSizes(int* sizes) const;
+    // count at least 1, every size but the last 1 to 9, the last 0 to 9.
+    ErrorCode SetNumberGroupSizes(const int* sizes, int count);
+    NumberFormat GetNumber() const { return numberFormat; }
+    // Stored unchecked: a style outside 0 to 5 makes rendering fail.
+    void SetNumber(NumberFormat format) { numberFormat = format; }
+
+    int GetLocaleId() const { return localeId; }
+    // 0 English, 1 Simplified Chinese.
+    int GetLanguageIndex() const { return languageIndex; }
+    const NumberTokenTree& NumberTokens() const { return numberTokens; }
+
+    // Renders value into buffer by the number settings, with the mode bits of
+    // formatting/render_number.h. Writes no terminator. Returns the number of
+    // units written plus 1, so the caller goes on writing at the result minus
+    // 1; or -1 when buffer is null, capacity is 0, the style is unknown or the
+    // text does not fit (the digits need room for a sign and a terminator
+    // besides: 1.00 needs a capacity of 6).
+    std::int64_t RenderNumber(double value, char16_t* buffer, std::size_t capacity,
+                              unsigned mode) const;
+
+private:
+    // Erases the old text from NumberTokens, stores the new one, and inserts
+    // it with code.
+    void ReplaceToken(std::u16string& setting, const char16_t* text, int code);
+
+    std::array<char16_t, 10> nativeDigits;
+    std::u16string positiveSign;
+    std::u16string negativeSign;
+    std::u16string groupSeparator;
+    std::u16string decimalSeparator;
+    NumberFormat numberFormat = NumberFormat::Number;
+    int decimalDigits = 2;
+    std::vector<int> groupSizes;  // nearest the decimal point first; the last repeats
+    NumberTokenTree numberTokens;
+    std::map<int, SymbolStringEntry> formatSymbolStrings;  // by symbol id
+    std::map<int, SymbolStringEntry> parseSymbolStrings;   // by symbol id
+    std::map<int, int> defaultSymbols;                     // unit type id to symbol id
+    std::map<int, int> defaultUnits;                       // group id to unit type id
+    int localeId;
+    int languageIndex;
+    int handles = 0;
+};
+
+}  // namespace Mensura
+
+#endif  // MENSURA_FRAME_FORMATTER_IMPL_H
