@@ -13,8 +13,21 @@
 #include "units/dimensions.h"
 #include "units/unit_converter.h"
 #include "units/unit_id.h"
+#include "vocabulary/radix_tree.h"
 
 namespace Mensura {
+
+class ISymbol;
+class IParseSymbol;
+
+// What the load made of the parse dictionary: how often each source asked to
+// insert a key, and how many of those the dictionary took.
+struct DictionaryCounts {
+    int calls = 0;        // every Insert
+    int accepted = 0;     // those that bound a key
+    int ownTexts = 0;     // calls with a symbol's own text
+    int furtherKeys = 0;  // calls with a further key of a symbol
+};
 
 class UnitCatalog {
 public:
@@ -46,11 +59,32 @@ public:
     std::size_t ListUnitTypes(int group, int* ids) const;
 
     std::size_t GroupCount() const { return converters.size(); }
+
+    static constexpr int kLanguages = 2;  // 0 English, 1 Simplified Chinese
+
+    // The symbol of a complete symbol id in a language, or null when the
+    // language or any field is out of range.
+    const ISymbol* FindSymbol(int id, int language) const;
+    // Writes the symbol ids of the unit type of `id` (its bits merged into
+    // every element) when ids is not null, and returns their count; 0 unless
+    // id holds a known group and type.
+    std::size_t ListUnitSymbols(int id, int* ids) const;
+    // Copies the display name of a group, unit type or symbol id with its
+    // terminator. Failure when buffer is null, the id or language is unknown,
+    // or size is not above the text's length (the buffer is then untouched).
+    ErrorCode CopyDisplayName(int id, char16_t* buffer, std::size_t size, int language) const;
+
+    // Every key of every language and every operator, to the symbol that reads it.
+    const RadixTree<const IParseSymbol*>& Dictionary() const { return dictionary; }
+    // The load's insertions into the dictionary, by source.
+    const DictionaryCounts& OperatorCounts() const { return operatorCounts; }
+    const DictionaryCounts& LanguageCounts(int language) const { return languageCounts[language]; }
     // Every key of the exponent index with its group id, or 0 where shared.
     const std::map<Dimensions, int>& DimensionIndex() const { return dimensionIndex; }
 
 private:
     friend class ConversionTableBuilder;
+    friend class VocabularyBuilder;
 
     // Registers a group's exponents: a key seen twice holds 0 for good.
     void RegisterDimensions(const Dimensions& exponents, int group);
@@ -69,6 +103,14 @@ private:
     std::vector<std::vector<std::unique_ptr<UnitConverter>>> converters;
     std::map<Dimensions, int> dimensionIndex;
     std::array<GroupSlots, 256> converterIndex{};
+
+    // [language][group][type][symbol], the same shape in both languages.
+    std::array<std::vector<std::vector<std::vector<std::unique_ptr<ISymbol>>>>, kLanguages> symbols;
+    std::array<std::vector<const char16_t*>, kLanguages> groupNames;
+    std::vector<std::unique_ptr<IParseSymbol>> operators;
+    RadixTree<const IParseSymbol*> dictionary;
+    DictionaryCounts operatorCounts;
+    std::array<DictionaryCounts, kLanguages> languageCounts;
 };
 
 }  // namespace Mensura

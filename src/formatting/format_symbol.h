@@ -1,0 +1,145 @@
+// The rendering side of symbols, and the unit symbols of the catalogue that
+// are a pure scale (GenericSymbol) or a scale with an offset (LinearSymbol).
+//
+// Result contract of Render: positive when the whole text with its terminator
+// stands in the buffer (the number is no length); minus an ErrorCode on
+// failure: -1 for a null buffer or a text that does not fit, -4 when the
+// value's dimensions are not the unit's. Never 0.
+//
+// RenderPart writes one number of a rendering: a positive result n means that
+// n - 1 units stand at the start of the buffer and the caller goes on writing
+// at n - 1; no terminator is promised there.
+#ifndef MENSURA_FORMATTING_FORMAT_SYMBOL_H
+#define MENSURA_FORMATTING_FORMAT_SYMBOL_H
+
+#include <cstddef>
+#include <cstdint>
+#include <string>
+
+#include "parsing/parse_symbol.h"
+#include "units/dimensions.h"
+
+namespace Mensura {
+
+class FormatterImpl;
+
+class IFormatSymbol : public virtual ISymbol {
+public:
+    // Writes value, in base units of dims, with this symbol.
+    virtual std::int64_t Render(double value, const Dimensions& dims, char16_t* buffer,
+                                std::size_t size, const FormatterImpl& settings) const = 0;
+    // Writes one part (one number) of a rendering.
+    virtual std::int64_t RenderPart(int part, double value, const Dimensions& dims,
+                                    char16_t* buffer, std::size_t size,
+                                    const FormatterImpl& settings) const = 0;
+    // Reads the number at the head of `list` as a value in this unit, leaving a
+    // ResultSymbol in its place. 0, or non-zero to refuse.
+    virtual int ParsePart(SymbolList& list, int form) const = 0;
+    // The highest part number that a symbol string of this form must use; -1
+    // when the form does not exist.
+    virtual int LastPartIndex(int form) const = 0;
+    // The display text, owned by the symbol.
+    virtual const char16_t* GetText() const = 0;
+};
+
+// A symbol that is its text: renders it after the number, with one blank
+// between unless NoSpace is set.
+class SimpleFormatSymbol : public IFormatSymbol {
+public:
+    static constexpr std::uint32_t NoSpace = 1;
+
+    std::int64_t Render(double value, const Dimensions& dims, char16_t* buffer, std::size_t size,
+                        const FormatterImpl& settings) const override;
+    const char16_t* GetText() const override { return text.c_str(); }
+    std::uint32_t Flags() const { return flags; }
+
+protected:
+    SimpleFormatSymbol(const char16_t* symbolText, std::uint32_t symbolFlags)
+        : text(symbolText), flags(symbolFlags) {}
+    // The number by RenderPart 0, then the symbol behind it.
+    std::int64_t RenderWithNumber(double value, const Dimensions& dims, char16_t* buffer,
+                                  std::size_t size, const FormatterImpl& settings) const;
+    // Writes the value in the unit of `converter` as a number.
+    static std::int64_t RenderNumberIn(const UnitConverter& converter, int part, double value,
+                                       const Dimensions& dims, char16_t* buffer, std::size_t size,
+                                       const FormatterImpl& settings);
+    // Reads the number at the head of list through `converter`.
+    static int ParseNumberIn(const UnitConverter& converter, SymbolList& list, int form);
+
+private:
+    std::u16string text;
+    std::uint32_t flags;
+};
+
+// A unit that is a pure scale: the usual symbol of the catalogue.
+class GenericSymbol : public OperandSymbol, public SimpleFormatSymbol {
+public:
+    GenericSymbol(const char16_t* text, int unitId, std::uint32_t flags)
+        : SimpleFormatSymbol(text, flags), unit(unitId) {}
+
+    std::int64_t Render(double value, const Dimensions& dims, char16_t* buffer, std::size_t size,
+                        const FormatterImpl& settings) const override {
+        return RenderWithNumber(value, dims, buffer, size, settings);
+    }
+    std::int64_t RenderPart(int part, double value, const Dimensions& dims, char16_t* buffer,
+                            std::size_t size, const FormatterImpl& settings) const override {
+        return RenderNumberIn(GetConverter(), part, value, dims, buffer, size, settings);
+    }
+    int ParsePart(SymbolList& list, int form) const override {
+        return ParseNumberIn(GetConverter(), list, form);
+    }
+    int LastPartIndex(int form) const override { return form == 0 ? 0 : -1; }
+    const UnitConverter& GetConverter() const override;
+    int Unit() const { return unit; }
+
+private:
+    int unit;
+};
+
+// A GenericSymbol with a display text of its own: the unit of pure numbers
+// renders as the bare number, yet has a name.
+class GenericSymbolEx : public GenericSymbol {
+public:
+    GenericSymbolEx(const char16_t* text, int unitId, std::uint32_t flags, const char16_t* display)
+        : GenericSymbol(text, unitId, flags), displayText(display) {}
+    const char16_t* GetText() const override { return displayText.c_str(); }
+
+private:
+    std::u16string displayText;
+};
+
+// A temperature scale. Standing alone it reads an absolute temperature through
+// the offset of `scaleUnit`; beside another unit ("deg C/min") it is a size of
+// degree, `sizeUnit`, with no offset.
+class LinearSymbol : public IParseSymbol, public SimpleFormatSymbol {
+public:
+    LinearSymbol(const char16_t* text, int scale, int size, std::uint32_t flags)
+        : SimpleFormatSymbol(text, flags), scaleUnit(scale), sizeUnit(size) {}
+
+    int Evaluate(SymbolList& list, SymbolList::iterator& position, bool firstPass,
+                 const Dimensions& dimensions) const override;
+    ParseKind Kind() const override { return ParseKind::Linear; }
+
+    std::int64_t Render(double value, const Dimensions& dims, char16_t* buffer, std::size_t size,
+                        const FormatterImpl& settings) const override {
+        return RenderWithNumber(value, dims, buffer, size, settings);
+    }
+    std::int64_t RenderPart(int part, double value, const Dimensions& dims, char16_t* buffer,
+                            std::size_t size, const FormatterImpl& settings) const override {
+        return RenderNumberIn(ScaleConverter(), part, value, dims, buffer, size, settings);
+    }
+    int ParsePart(SymbolList& list, int form) const override {
+        return ParseNumberIn(ScaleConverter(), list, form);
+    }
+    int LastPartIndex(int form) const override { return form == 0 ? 0 : -1; }
+
+private:
+    const UnitConverter& ScaleConverter() const;
+
+    int scaleUnit;
+    int sizeUnit;
+};
+
+}  // namespace Mensura
+
+#endif  // MENSURA_FORMATTING_FORMAT_SYMBOL_H

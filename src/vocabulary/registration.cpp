@@ -1,0 +1,261 @@
+// Fills the symbol trees, the group names and the parse dictionary at load,
+// from the vocabulary lists of both languages.
+#include <iterator>
+#include <memory>
+#include <vector>
+
+#include "formatting/format_symbol.h"
+#include "units/unit_catalog.h"
+
+namespace Mensura {
+
+namespace {
+
+enum Mark : unsigned {
+    NoSpace = SimpleFormatSymbol::NoSpace,  // no blank between number and symbol
+    NoKey = 2,                              // renders only; no key in the dictionary
+};
+
+struct EnglishEntry {
+    const char16_t* text;
+    std::initializer_list<const char16_t*> keys = {};
+    unsigned marks = 0;
+};
+
+struct ChineseEntry {
+    int symbol;
+    const char16_t* text;
+    std::initializer_list<const char16_t*> keys = {};
+    unsigned marks = 0;
+};
+
+template <typename Entry>
+struct TypeLine {
+    int group;
+    int type;
+    const Entry* entries;
+    std::size_t count;
+};
+
+struct GroupLine {
+    int group;
+    const char16_t* name;
+};
+
+// Each list is constant data: it stands before any static constructor runs.
+#define GROUP(group, name)
+#define TYPE(group, type, ...) constexpr EnglishEntry kEnglish_##group##_##type[] = {__VA_ARGS__};
+#include "vocabulary/english.inc"
+#undef TYPE
+#define TYPE(group, type, ...) constexpr ChineseEntry kChinese_##group##_##type[] = {__VA_ARGS__};
+#include "vocabulary/chinese.inc"
+#undef TYPE
+#undef GROUP
+
+#define GROUP(group, name)
+#define TYPE(group, type, ...) \
+    {group, type, kEnglish_##group##_##type, std::size(kEnglish_##group##_##type)},
+constexpr TypeLine<EnglishEntry> kEnglishTypes[] = {
+#include "vocabulary/english.inc"
+};
+#undef TYPE
+#define TYPE(group, type, ...) \
+    {group, type, kChinese_##group##_##type, std::size(kChinese_##group##_##type)},
+constexpr TypeLine<ChineseEntry> kChineseTypes[] = {
+#include "vocabulary/chinese.inc"
+};
+#undef TYPE
+#undef GROUP
+
+#define TYPE(...)
+#define GROUP(group, name) {group, name},
+constexpr GroupLine kEnglishGroups[] = {
+#include "vocabulary/english.inc"
+};
+constexpr GroupLine kChineseGroups[] = {
+#include "vocabulary/chinese.inc"
+};
+#undef TYPE
+#undef GROUP
+
+// The order in which groups register, the same in both languages.
+constexpr int kRegistrationOrder[] = {
+    1,  2,  3,  4,  5,  6,  44, 13, 42, 7,  8,  9,  10, 11, 12, 49, 50, 14, 15, 40, 33, 16, 17,
+    18, 19, 45, 20, 21, 22, 23, 24, 25, 26, 27, 28, 29, 30, 31, 32, 34, 35, 36, 37, 38, 39, 41,
+    43, 46, 47, 51, 52, 53, 54, 55, 56, 57, 58, 59, 60, 61, 62, 63, 64, 65, 48, 66, 67, 68};
+
+constexpr int kGroupCount = static_cast<int>(std::size(kRegistrationOrder));
+
+// The places whose class is not GenericSymbol, with their constructor arguments.
+enum class SymbolClass { Generic, UnitlessName, Linear, FeetInches, DegreesMinutesSeconds };
+
+struct SymbolPlace {
+    SymbolClass symbolClass;
+    int scaleUnit = 0;  // LinearSymbol
+    int sizeUnit = 0;
+};
+
+SymbolPlace PlaceOf(int group, int type, int symbol) {
+    if (group == 1 && type == 1 && symbol == 1) return {SymbolClass::UnitlessName};
+    if (group == 42 && (type == 2 || type == 3) && symbol <= 4) {
+        // Celsius on kelvin, Fahrenheit on the Rankine degree.
+        return type == 2 ? SymbolPlace{SymbolClass::Linear, 0x2A002, 0x2A001}
+                         : SymbolPlace{SymbolClass::Linear, 0x2A003, 0x2A004};
+    }
+    if ((group == 2 && type == 22 && symbol >= 5) || (group == 44 && type == 1 && symbol == 5)) {
+        return {SymbolClass::FeetInches};
+    }
+    if (group == 8 && type == 2 && symbol >= 4) return {SymbolClass::DegreesMinutesSeconds};
+    return {SymbolClass::Generic};
+}
+
+}  // namespace
+
+class VocabularyBuilder {
+public:
+    explicit VocabularyBuilder(UnitCatalog& c) : catalog(c) {}
+
+    void Run() {
+        for (auto& language : catalog.symbols) language.clear();
+        for (auto& names : catalog.groupNames) names.clear();
+        RegisterEnglish();
+        RegisterChinese();
+    }
+
+private:
+    struct Symbol {
+        const char16_t* text;
+        std::initializer_list<const char16_t*> keys;
+        unsigned marks;
+    };
+
+    void RegisterEnglish() {
+        std::vector<std::vector<const TypeLine<EnglishEntry>*>> byGroup(kGroupCount + 1);
+        for (const auto& line : kEnglishTypes) byGroup[line.group].push_back(&line);
+        StartLanguage(0, kEnglishGroups);
+        for (int group : kRegistrationOrder) {
+            StartGroup(0, group);
+            for (const auto* line : byGroup[group]) {
+                std::vector<Symbol> symbols;
+                for (std::size_t i = 0; i < line->count; ++i) {
+                    const EnglishEntry& entry = line->entries[i];
+                    symbols.push_back({entry.text, entry.keys, entry.marks});
+                }
+                AddType(0, group, line->type, symbols);
+            }
+        }
+    }
+
+    // Chinese is English where its list says nothing.
+    void RegisterChinese() {
+        std::vector<std::vector<const TypeLine<EnglishEntry>*>> english(kGroupCount + 1);
+        for (const auto& line : kEnglishTypes) english[line.group].push_back(&line);
+        std::vector<std::vector<const TypeLine<ChineseEntry>*>> chinese(kGroupCount + 1);
+        for (const auto& line : kChineseTypes) {
+            auto& types = chinese[line.group];
+            if (types.size() < static_cast<std::size_t>(line.type)) types.resize(line.type);
+            types[line.type - 1] = &line;
+        }
+        StartLanguage(1, kChineseGroups);
+        for (int group : kRegistrationOrder) {
+            StartGroup(1, group);
+            for (const auto* line : english[group]) {
+                std::vector<Symbol> symbols;
+                for (std::size_t i = 0; i < line->count; ++i) {
+                    const EnglishEntry& entry = line->entries[i];
+                    symbols.push_back({entry.text, entry.keys, entry.marks});
+                }
+                const auto& types = chinese[group];
+                if (static_cast<std::size_t>(line->type) <= types.size() &&
+                    types[line->type - 1] != nullptr) {
+                    const auto* own = types[line->type - 1];
+                    for (std::size_t i = 0; i < own->count; ++i) {
+                        const ChineseEntry& entry = own->entries[i];
+                        // The place keeps its class and marks; text and keys are its own.
+                        Symbol& place = symbols[entry.symbol - 1];
+                        place.text = entry.text;
+                        place.keys = entry.keys;
+                    }
+                }
+                AddType(1, group, line->type, symbols);
+            }
+        }
+    }
+
+    void StartLanguage(int language, const GroupLine (&names)[kGroupCount]) {
+        catalog.groupNames[language].assign(kGroupCount, nullptr);
+        for (const GroupLine& name : names)
+            catalog.groupNames[language][name.group - 1] = name.name;
+        catalog.symbols[language].resize(kGroupCount);
+    }
+
+    void StartGroup(int language, int group) {
+        catalog.symbols[language][group - 1].resize(catalog.converters[group - 1].size());
+    }
+
+    void AddType(int language, int group, int type, const std::vector<Symbol>& symbols) {
+        auto& slots = catalog.symbols[language][group - 1][type - 1];
+        slots.resize(symbols.size());
+        for (std::size_t i = 0; i < symbols.size(); ++i) {
+            const Symbol& entry = symbols[i];
+            const int symbol = static_cast<int>(i + 1);
+            const int unit = (group << 12) | type;
+            const std::uint32_t flags = entry.marks & NoSpace;
+            std::unique_ptr<ISymbol> object;
+            const IParseSymbol* reader = nullptr;
+            switch (PlaceOf(group, type, symbol).symbolClass) {
+                case SymbolClass::UnitlessName:
+                    object = std::make_unique<GenericSymbolEx>(
+                        entry.text, unit, 1u, language == 0 ? u"unitless" : u"无量纲");
+                    break;
+                case SymbolClass::Linear: {
+                    const SymbolPlace place = PlaceOf(group, type, symbol);
+                    auto linear = std::make_unique<LinearSymbol>(entry.text, place.scaleUnit,
+                                                                 place.sizeUnit, flags);
+                    reader = linear.get();
+                    object = std::move(linear);
+                    break;
+                }
+                case SymbolClass::FeetInches:
+                case SymbolClass::DegreesMinutesSeconds:
+                    // The compound patterns render only; until their renderers
+                    // land they stand as plain symbols without keys.
+                    object = std::make_unique<GenericSymbol>(entry.text, unit, flags);
+                    break;
+                case SymbolClass::Generic: {
+                    auto generic = std::make_unique<GenericSymbol>(entry.text, unit, flags);
+                    reader = generic.get();
+                    object = std::move(generic);
+                    break;
+                }
+            }
+            const bool keyed = reader != nullptr && !(entry.marks & NoKey);
+            DictionaryCounts& counts = catalog.languageCounts[language];
+            if (keyed) {
+                ++counts.ownTexts;
+                Insert(counts, entry.text, reader);
+            }
+            slots[i] = std::move(object);
+            if (keyed) {
+                for (const char16_t* key : entry.keys) {
+                    ++counts.furtherKeys;
+                    Insert(counts, key, reader);
+                }
+            }
+        }
+    }
+
+    // The first holder of a key keeps it; the refusal is only counted.
+    void Insert(DictionaryCounts& counts, const char16_t* key, const IParseSymbol* symbol) {
+        ++counts.calls;
+        if (catalog.dictionary.Insert(key, symbol) == 0) ++counts.accepted;
+    }
+
+    UnitCatalog& catalog;
+};
+
+void RegisterVocabulary(UnitCatalog& catalog) {
+    VocabularyBuilder(catalog).Run();
+}
+
+}  // namespace Mensura
