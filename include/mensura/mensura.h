@@ -78,7 +78,9 @@ MENSURA_API int Parse(MensuraFormatter* formatter, const MensuraChar16* text, do
 MENSURA_API size_t GetUnitGroups(int* ids);
 MENSURA_API size_t GetUnitTypes(int group, int* ids);
 MENSURA_API size_t GetUnitSymbols(int id, int* ids);
-/* The display name of a group, unit type or symbol id in the language of locale. */
+/* The display name of a group, unit type or symbol id in the language of
+ * locale: "Length", "meter", "m"; 1 for a null buffer, an unknown id, or a size
+ * not above the name's length. Safe to call from several threads at once. */
 MENSURA_API int GetDisplayName(int locale, int id, MensuraChar16* buffer, size_t size);
 
 #ifdef __cplusplus

@@ -171,7 +171,45 @@ public:
     // 1033 or 2052, never another value.
     int GetLocaleId() const;
 
+    // Renders value, given in `unit`, as a number and a symbol: "1.00 meter".
+    // `symbol` chooses the symbol: 0 for the default of `unit`, a group id for
+    // the group's default unit, a unit type id for its default symbol, or a
+    // complete symbol id. Returns Failure for an unknown unit or symbol or a
+    // buffer that cannot hold the text and its terminator (the buffer's content
+    // is then undefined), UnitMismatch when the symbol measures another
+    // quantity. On success *converted, when converted is not null, receives
+    // the value in the chosen symbol's unit, unrounded.
+    ErrorCode Format(double value, int unit, char16_t* buffer, size_t size, int symbol = 0,
+                     double* converted = nullptr) const;
+
+    // The symbol id that renders a unit type when no symbol is asked for: the
+    // one set by SetDefaultSymbol, else symbol 1 of the type. 0 for anything
+    // but a unit type id.
+    int GetDefaultSymbol(int id) const;
+    // Makes the complete symbol id `id` the default of its unit type. Failure
+    // unless id names a symbol.
+    ErrorCode SetDefaultSymbol(int id);
+    // The unit type that renders a group when a group id is asked for: the one
+    // set by SetDefaultUnit, else type 1. 0 for anything but a group id.
+    int GetDefaultUnit(int id) const;
+    // Makes the unit type of `id` the default of its group. Failure unless id
+    // names a unit type.
+    ErrorCode SetDefaultUnit(int id);
+
+    // The symbol ids of a unit type, symbol 1 (the spelled-out name) first.
+    // Returns the count, 0 unless id holds a group and a type; writes the ids
+    // when ids is not null.
+    static size_t GetUnitSymbols(int id, int* const ids);
+    // The display name of a group, unit type or symbol id in this formatter's
+    // language. Failure for a null buffer, an unknown id, or a size not above
+    // the name's length (the buffer is then left as it was).
+    ErrorCode GetDisplayName(int id, char16_t* buffer, size_t size) const;
+
 private:
+    // Renders value, in base units of `dimensions`.
+    ErrorCode Format(double value, const int (&dimensions)[7], char16_t* buffer, size_t size,
+                     int symbol, double* converted) const;
+
     // The shared state, counted inside it without atomics; a plain pointer
     // keeps the standard library out of this class's layout.
     FormatterImpl* m_impl;

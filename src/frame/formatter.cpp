@@ -4,6 +4,7 @@
 
 #include "frame/formatter_impl.h"
 #include "mensura/mensura.hpp"
+#include "units/unit_catalog.h"
 
 namespace Mensura {
 
@@ -96,6 +97,42 @@ int Formatter::GetLocaleId() const {
     return m_impl->GetLocaleId();
 }
 
+ErrorCode Formatter::Format(double value, int unit, char16_t* buffer, size_t size, int symbol,
+                            double* converted) const {
+    return m_impl->Format(value, unit, buffer, size, symbol, converted);
+}
+
+ErrorCode Formatter::Format(double value, const int (&dimensions)[7], char16_t* buffer, size_t size,
+                            int symbol, double* converted) const {
+    Dimensions dims;
+    for (std::size_t i = 0; i < dims.size(); ++i) dims[i] = dimensions[i];
+    return m_impl->Format(value, dims, buffer, size, symbol, converted);
+}
+
+int Formatter::GetDefaultSymbol(int id) const {
+    return m_impl->GetDefaultSymbol(id);
+}
+
+ErrorCode Formatter::SetDefaultSymbol(int id) {
+    return m_impl->SetDefaultSymbol(id);
+}
+
+int Formatter::GetDefaultUnit(int id) const {
+    return m_impl->GetDefaultUnit(id);
+}
+
+ErrorCode Formatter::SetDefaultUnit(int id) {
+    return m_impl->SetDefaultUnit(id);
+}
+
+size_t Formatter::GetUnitSymbols(int id, int* const ids) {
+    return UnitCatalog::Instance().ListUnitSymbols(id, ids);
+}
+
+ErrorCode Formatter::GetDisplayName(int id, char16_t* buffer, size_t size) const {
+    return UnitCatalog::Instance().CopyDisplayName(id, buffer, size, m_impl->GetLanguageIndex());
+}
+
 }  // namespace Mensura
 
 using Mensura::ErrorCode;
@@ -139,6 +176,14 @@ MensuraFormatter* CreateFormatter(int locale) {
 
 void DestroyFormatter(MensuraFormatter* formatter) {
     delete formatter;
+}
+
+int Format(MensuraFormatter* formatter, double value, int unit, MensuraChar16* buffer, size_t size,
+           int symbol, double* converted) {
+    if (formatter == nullptr || buffer == nullptr || converted == nullptr) {
+        return Result(ErrorCode::Failure);
+    }
+    return Result(formatter->Format(value, unit, buffer, size, symbol, converted));
 }
 
 int FormatterNumberSetting(MensuraFormatter* formatter, int selector, void* data, size_t size) {

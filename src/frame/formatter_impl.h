@@ -12,6 +12,7 @@
 #include <vector>
 
 #include "mensura/mensura.hpp"
+#include "units/dimensions.h"
 #include "vocabulary/radix_tree.h"
 
 namespace Mensura {
@@ -102,6 +103,28 @@ public:
     // besides: 1.00 needs a capacity of 6).
     std::int64_t RenderNumber(double value, char16_t* buffer, std::size_t capacity,
                               unsigned mode) const;
+
+    // Renders value, in `unit`, with the symbol that the request `symbol`
+    // resolves to (0: `unit` itself). Failure for an unknown unit or symbol or
+    // a buffer too short, UnitMismatch when the symbol's unit has other
+    // dimensions. *converted, when not null, receives the value in the chosen
+    // symbol's unit after a successful rendering.
+    ErrorCode Format(double value, int unit, char16_t* buffer, std::size_t size, int symbol,
+                     double* converted) const;
+    // The same for a value in base units of `dims`; symbol 0 asks the
+    // exponents for their group.
+    ErrorCode Format(double value, const Dimensions& dims, char16_t* buffer, std::size_t size,
+                     int symbol, double* converted) const;
+    // The complete symbol id for a request: an explicit symbol as it stands;
+    // else the unit type (for a group, its default unit or type 1) with its
+    // default symbol or symbol 1.
+    int ResolveSymbol(int id) const;
+    int GetDefaultSymbol(int id) const;
+    // Failure unless id names a symbol of the catalogue.
+    ErrorCode SetDefaultSymbol(int id);
+    int GetDefaultUnit(int id) const;
+    // Failure unless id names a unit type; a symbol number is dropped.
+    ErrorCode SetDefaultUnit(int id);
 
 private:
     // Erases the old text from NumberTokens, stores the new one, and inserts

@@ -1,0 +1,197 @@
+// Rendering a value with its unit, through the shared library: the choice of
+// the symbol, the defaults, the texts of the simple symbols, and the buffer.
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+#include "mensura/mensura.hpp"
+
+namespace {
+
+using Mensura::ErrorCode;
+using Mensura::Formatter;
+
+constexpr int kMeter = 0x2001;
+constexpr int kInch = 0x2016;
+constexpr int kFoot = 0x2017;
+
+struct Rendered {
+    ErrorCode result;
+    std::u16string text;
+    double converted;
+};
+
+Rendered Render(const Formatter& formatter, double value, int unit, int symbol = 0,
+                std::size_t size = 64) {
+    std::vector<char16_t> buffer(size + 1, u'#');
+    Rendered rendered{ErrorCode::Failure, u"", -1.0};
+    rendered.result =
+        formatter.Format(value, unit, buffer.data(), size, symbol, &rendered.converted);
+    if (rendered.result == ErrorCode::Success) rendered.text = buffer.data();
+    return rendered;
+}
+
+std::string Narrow(const std::u16string& text) {
+    std::string out;
+    for (char16_t unit : text) out += unit < 0x80 ? static_cast<char>(unit) : '?';
+    return out;
+}
+
+TEST(Format, RendersTheNumberAndTheSymbol) {
+    const Formatter formatter;
+    struct Row {
+        double value;
+        int unit, symbol;
+        const char16_t* text;
+    } rows[] = {
+        {1.0, kMeter, 0, u"1.00 meter"},
+        {1.0, kMeter, 0x202001, u"1.00 m"},
+        {1.0, 0x202001, 0, u"1.00 m"},  // a symbol id serves as the unit and the request
+        {5.5, kMeter, 0x202001, u"5.50 m"},
+        {-5.5, kMeter, 0x202001, u"-5.50 m"},
+        {20.0, 0x2A002, 0x22A002, u"20.00°C"},
+        {20.0, 0x2A002, 0x32A002, u"20.00 deg C"},
+        {20.0, 0x2A002, 0x42A002, u"20.00℃"},
+        {12.0, kInch, 0x402016, u"12.00″"},
+        {5.5, 0x1001, 0, u"5.50"},  // the unitless value is the bare number
+        {1234567.891, kMeter, 0x202001, u"1,234,567.89 m"},
+        {293.15, 0x2A001, 0x22A002, u"20.00°C"},  // kelvin shown in Celsius
+        {1.0, 0x2A004, 0x22A004, u"1.00°R"},
+    };
+    for (const Row& row : rows) {
+        const Rendered rendered = Render(formatter, row.value, row.unit, row.symbol);
+        EXPECT_EQ(rendered.result, ErrorCode::Success) << Narrow(row.text);
+        EXPECT_EQ(rendered.text, row.text) << Narrow(rendered.text);
+    }
+}
+
+TEST(Format, ConvertedIsTheWholeValueInTheChosenUnit) {
+    const Formatter formatter;
+    const Rendered feet = Render(formatter, 1.0, kMeter, 0x202017);
+    EXPECT_EQ(feet.text, u"3.28 ft");
+    EXPECT_DOUBLE_EQ(feet.converted, 1.0 / 0.3048);
+    const Rendered meters = Render(formatter, 2.5, kMeter);
+    EXPECT_EQ(meters.converted, 2.5);
+}
+
+TEST(Format, RefusalsLeaveConvertedAlone) {
+    const Formatter formatter;
+    struct Row {
+        int unit, symbol;
+        ErrorCode result;
+    } rows[] = {
+        {kMeter, 0x3001, ErrorCode::UnitMismatch},  // an area symbol for a length
+        {0, 0, ErrorCode::Failure},                 // no unit
+        {kMeter, 0x902001, ErrorCode::Failure},     // the meter has no ninth symbol
+        {0x45001, 0, ErrorCode::Failure},
+    };
+    for (const Row& row : rows) {
+        const Rendered rendered = Render(formatter, 1.0, row.unit, row.symbol);
+        EXPECT_EQ(rendered.result, row.result) << std::hex << row.unit << " " << row.symbol;
+        EXPECT_EQ(rendered.converted, -1.0);
+    }
+}
+
+TEST(Format, BufferMustHoldTheTextAndItsTerminator) {
+    const Formatter formatter;
+    // "1.00 meter" is 10 units.
+    EXPECT_EQ(Render(formatter, 1.0, kMeter, 0, 11).result, ErrorCode::Success);
+    EXPECT_EQ(Render(formatter, 1.0, kMeter, 0, 10).result, ErrorCode::Failure);
+    EXPECT_EQ(Render(formatter, 20.0, 0x2A002, 0x22A002, 8).text, u"20.00°C");
+    EXPECT_EQ(Render(formatter, 20.0, 0x2A002, 0x22A002, 7).result, ErrorCode::Failure);
+    EXPECT_EQ(formatter.Format(1.0, kMeter, nullptr, 64), ErrorCode::Failure);
+    char16_t buffer[8];
+    EXPECT_EQ(formatter.Format(1.0, kMeter, buffer, 0), ErrorCode::Failure);
+}
+
+TEST(Format, AnUnknownNumberStyleFails) {
+    Formatter formatter;
+    formatter.SetNumber(static_cast<Mensura::NumberFormat>(9));
+    EXPECT_EQ(Render(formatter, 1.0, kMeter).result, ErrorCode::Failure);
+}
+
+TEST(FormatDefaults, ChooseTheSymbolAndTheUnit) {
+    Formatter formatter;
+    EXPECT_EQ(formatter.GetDefaultUnit(0x2000), kMeter);
+    EXPECT_EQ(formatter.GetDefaultUnit(kMeter), 0);
+    EXPECT_EQ(formatter.GetDefaultSymbol(kMeter), 0x102001);
+    EXPECT_EQ(formatter.GetDefaultSymbol(0x2000), 0);
+    EXPECT_EQ(formatter.GetDefaultSymbol(0x102001), 0);
+
+    EXPECT_EQ(formatter.SetDefaultSymbol(0x202001), ErrorCode::Success);
+    EXPECT_EQ(Render(formatter, 1.0, kMeter).text, u"1.00 m");
+    EXPECT_EQ(formatter.GetDefaultSymbol(kMeter), 0x202001);
+
+    EXPECT_EQ(formatter.SetDefaultUnit(0x102017), ErrorCode::Success);  // the symbol is dropped
+    EXPECT_EQ(formatter.GetDefaultUnit(0x2000), kFoot);
+    EXPECT_EQ(Render(formatter, 1.0, kMeter).text, u"1.00 m");  // a unit type skips the group
+    EXPECT_EQ(Render(formatter, 1.0, kMeter, 0x2000).text, u"3.28 foot");
+
+    EXPECT_EQ(formatter.SetDefaultSymbol(kMeter), ErrorCode::Failure);    // no symbol field
+    EXPECT_EQ(formatter.SetDefaultSymbol(0x902001), ErrorCode::Failure);  // no ninth symbol
+    EXPECT_EQ(formatter.SetDefaultUnit(0x2000), ErrorCode::Failure);      // no type field
+    EXPECT_EQ(formatter.GetDefaultSymbol(kMeter), 0x202001);
+
+    // Copies share the defaults.
+    Formatter copy(formatter);
+    EXPECT_EQ(copy.GetDefaultUnit(0x2000), kFoot);
+}
+
+TEST(FormatFlat, NeedsEveryPointer) {
+    Mensura::Formatter* formatter = CreateFormatter(1033);
+    char16_t buffer[32] = {u'#', 0};
+    double converted = 0.0;
+    EXPECT_EQ(Format(formatter, 1.0, kMeter, buffer, 32, 0, nullptr), 1);
+    EXPECT_EQ(buffer[0], u'#');
+    EXPECT_EQ(Format(nullptr, 1.0, kMeter, buffer, 32, 0, &converted), 1);
+    EXPECT_EQ(Format(formatter, 1.0, kMeter, nullptr, 32, 0, &converted), 1);
+    EXPECT_EQ(Format(formatter, 1.0, kMeter, buffer, 32, 0, &converted), 0);
+    EXPECT_EQ(std::u16string(buffer), u"1.00 meter");
+    EXPECT_EQ(Format(formatter, 1.0, kMeter, buffer, 32, 0x3001, &converted), 4);
+    DestroyFormatter(formatter);
+}
+
+TEST(FormatLocale, ChineseFormattersRenderChineseSymbols) {
+    const Formatter chinese(2052);
+    EXPECT_EQ(Render(chinese, 1.0, kMeter).text, u"1.00 米");
+    EXPECT_EQ(Render(chinese, 1.0, kMeter, 0x202001).text, u"1.00 m");
+}
+
+TEST(DisplayNames, NameGroupsTypesAndSymbols) {
+    const Formatter english;
+    const Formatter chinese(2052);
+    char16_t buffer[32];
+    EXPECT_EQ(english.GetDisplayName(0x2000, buffer, 32), ErrorCode::Success);
+    EXPECT_EQ(std::u16string(buffer), u"Length");
+    EXPECT_EQ(chinese.GetDisplayName(0x2000, buffer, 32), ErrorCode::Success);
+    EXPECT_EQ(std::u16string(buffer), u"长度");
+    EXPECT_EQ(english.GetDisplayName(0x1001, buffer, 32), ErrorCode::Success);
+    EXPECT_EQ(std::u16string(buffer), u"unitless");
+
+    EXPECT_EQ(GetDisplayName(1033, 0x2000, buffer, 7), 0);
+    EXPECT_EQ(std::u16string(buffer), u"Length");
+    buffer[0] = u'#';
+    EXPECT_EQ(GetDisplayName(1033, 0x2000, buffer, 6), 1);
+    EXPECT_EQ(buffer[0], u'#');
+    EXPECT_EQ(GetDisplayName(2052, 0x2000, buffer, 32), 0);
+    EXPECT_EQ(std::u16string(buffer), u"长度");
+    EXPECT_EQ(GetDisplayName(1036, 0x2000, buffer, 32), 0);
+    EXPECT_EQ(std::u16string(buffer), u"Length");
+    EXPECT_EQ(GetDisplayName(1033, 0x202017, buffer, 32), 0);
+    EXPECT_EQ(std::u16string(buffer), u"ft");
+    EXPECT_EQ(GetDisplayName(1033, 0, buffer, 32), 1);
+    EXPECT_EQ(GetDisplayName(1033, 0x2000, nullptr, 32), 1);
+}
+
+TEST(UnitSymbols, ListTheSymbolsOfAUnitType) {
+    EXPECT_EQ(Formatter::GetUnitSymbols(kMeter, nullptr), 2u);
+    EXPECT_EQ(GetUnitSymbols(kInch, nullptr), 9u);
+    int ids[2] = {0, 0};
+    EXPECT_EQ(GetUnitSymbols(kMeter, ids), 2u);
+    EXPECT_EQ(ids[0], 0x102001);
+    EXPECT_EQ(ids[1], 0x202001);
+    EXPECT_EQ(GetUnitSymbols(0x2000, nullptr), 0u);
+}
+
+}  // namespace
