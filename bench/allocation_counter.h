@@ -9,6 +9,15 @@ namespace MensuraBench {
 
 // Allocations made so far by this process through operator new.
 std::size_t AllocationCount();
+// Bytes asked for by those allocations.
+std::size_t AllocatedBytes();
+
+// Adds the allocations made since `before` to a benchmark's counters, per
+// iteration.
+#define MENSURA_REPORT_ALLOCATIONS(state, before)                                           \
+    (state).counters["allocs/op"] =                                                         \
+        benchmark::Counter(static_cast<double>(MensuraBench::AllocationCount() - (before)), \
+                           benchmark::Counter::kAvgIterations)
 
 }  // namespace MensuraBench
 

@@ -14,7 +14,7 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <string>
+#include <string_view>
 
 #include "parsing/parse_symbol.h"
 #include "units/dimensions.h"
@@ -50,10 +50,12 @@ public:
 
     std::int64_t Render(double value, const Dimensions& dims, char16_t* buffer, std::size_t size,
                         const FormatterImpl& settings) const override;
-    const char16_t* GetText() const override { return text.c_str(); }
+    const char16_t* GetText() const override { return text.data(); }
     std::uint32_t Flags() const { return flags; }
 
 protected:
+    // The text is constant data that outlives the symbol, as the vocabulary's
+    // literals do; the symbol points at it.
     SimpleFormatSymbol(const char16_t* symbolText, std::uint32_t symbolFlags)
         : text(symbolText), flags(symbolFlags) {}
     // The number by RenderPart 0, then the symbol behind it.
@@ -67,7 +69,7 @@ protected:
     static int ParseNumberIn(const UnitConverter& converter, SymbolList& list, int form);
 
 private:
-    std::u16string text;
+    std::u16string_view text;
     std::uint32_t flags;
 };
 
@@ -102,10 +104,10 @@ class GenericSymbolEx : public GenericSymbol {
 public:
     GenericSymbolEx(const char16_t* text, int unitId, std::uint32_t flags, const char16_t* display)
         : GenericSymbol(text, unitId, flags), displayText(display) {}
-    const char16_t* GetText() const override { return displayText.c_str(); }
+    const char16_t* GetText() const override { return displayText; }
 
 private:
-    std::u16string displayText;
+    const char16_t* displayText;  // constant data, like the text
 };
 
 // A temperature scale. Standing alone it reads an absolute temperature through

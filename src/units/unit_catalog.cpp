@@ -8,10 +8,13 @@ namespace Mensura {
 void FillConversionTable(UnitCatalog& catalog);
 void RegisterVocabulary(UnitCatalog& catalog);
 
-UnitCatalog::UnitCatalog() {
+UnitCatalog::UnitCatalog() : UnitCatalog(ConversionsOnly) {
+    RegisterVocabulary(*this);
+}
+
+UnitCatalog::UnitCatalog(ConversionsOnlyTag) {
     FillConversionTable(*this);
     IndexConverters();
-    RegisterVocabulary(*this);
 }
 
 void UnitCatalog::IndexConverters() {

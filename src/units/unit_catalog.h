@@ -31,8 +31,13 @@ struct DictionaryCounts {
 
 class UnitCatalog {
 public:
-    // Builds the conversion table.
+    // Builds the conversion table, the symbols of both languages and the
+    // parse dictionary.
     UnitCatalog();
+    // Builds the conversion table alone, for measuring it.
+    struct ConversionsOnlyTag {};
+    static constexpr ConversionsOnlyTag ConversionsOnly{};
+    explicit UnitCatalog(ConversionsOnlyTag);
     ~UnitCatalog();
     UnitCatalog(const UnitCatalog&) = delete;
     UnitCatalog& operator=(const UnitCatalog&) = delete;

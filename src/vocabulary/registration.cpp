@@ -136,7 +136,7 @@ private:
         for (int group : kRegistrationOrder) {
             StartGroup(0, group);
             for (const auto* line : byGroup[group]) {
-                std::vector<Symbol> symbols;
+                symbols.clear();
                 for (std::size_t i = 0; i < line->count; ++i) {
                     const EnglishEntry& entry = line->entries[i];
                     symbols.push_back({entry.text, entry.keys, entry.marks});
@@ -160,7 +160,7 @@ private:
         for (int group : kRegistrationOrder) {
             StartGroup(1, group);
             for (const auto* line : english[group]) {
-                std::vector<Symbol> symbols;
+                symbols.clear();
                 for (std::size_t i = 0; i < line->count; ++i) {
                     const EnglishEntry& entry = line->entries[i];
                     symbols.push_back({entry.text, entry.keys, entry.marks});
@@ -252,6 +252,7 @@ private:
     }
 
     UnitCatalog& catalog;
+    std::vector<Symbol> symbols;  // the type at hand, reused from type to type
 };
 
 void RegisterVocabulary(UnitCatalog& catalog) {
