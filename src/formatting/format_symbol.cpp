@@ -18,38 +18,36 @@ std::int64_t SimpleFormatSymbol::Render(double, const Dimensions&, char16_t* buf
     return static_cast<std::int64_t>(at);
 }
 
-std::int64_t SimpleFormatSymbol::RenderWithNumber(double value, const Dimensions& dims,
-                                                  char16_t* buffer, std::size_t size,
-                                                  const FormatterImpl& settings) const {
+std::int64_t NumberedSymbol::Render(double value, const Dimensions& dims, char16_t* buffer,
+                                    std::size_t size, const FormatterImpl& settings) const {
     const std::int64_t number = RenderPart(0, value, dims, buffer, size, settings);
     if (number < 1) return number;
     const std::size_t used = static_cast<std::size_t>(number - 1);
     return SimpleFormatSymbol::Render(value, dims, buffer + used, size - used, settings);
 }
 
-std::int64_t SimpleFormatSymbol::RenderNumberIn(const UnitConverter& converter, int part,
-                                                double value, const Dimensions& dims,
-                                                char16_t* buffer, std::size_t size,
-                                                const FormatterImpl& settings) {
+std::int64_t NumberedSymbol::RenderPart(int part, double value, const Dimensions& dims,
+                                        char16_t* buffer, std::size_t size,
+                                        const FormatterImpl& settings) const {
     if (part != 0) return -static_cast<std::int64_t>(ErrorCode::Failure);
     double inUnit = 0.0;
-    const ErrorCode result = converter.FromBase(value, dims, inUnit);
+    const ErrorCode result = NumberConverter().FromBase(value, dims, inUnit);
     if (result != ErrorCode::Success) return -static_cast<std::int64_t>(result);
     return settings.RenderNumber(inUnit, buffer, size, 0);
 }
 
-int SimpleFormatSymbol::ParseNumberIn(const UnitConverter& converter, SymbolList& list, int form) {
+int NumberedSymbol::ParsePart(SymbolList& list, int form) const {
     if (form != 0 || list.empty()) return 1;
     const SymbolList::iterator head = list.begin();
     if (head.symbol()->AsNumber() == nullptr) return 1;
-    return MakeResult(list, head, converter);
+    return MakeResult(list, head, NumberConverter());
 }
 
 const UnitConverter& GenericSymbol::GetConverter() const {
     return *UnitCatalog::Instance().FindConverter(unit);
 }
 
-const UnitConverter& LinearSymbol::ScaleConverter() const {
+const UnitConverter& LinearSymbol::NumberConverter() const {
     return *UnitCatalog::Instance().FindConverter(scaleUnit);
 }
 
@@ -72,13 +70,7 @@ int LinearSymbol::Evaluate(SymbolList& list, SymbolList::iterator& position, boo
         ++position;
         return 0;
     }
-    if (self == list.begin()) return 1;
-    const SymbolList::iterator number = self.previous();
-    if (number.symbol()->AsNumber() == nullptr) return 1;
-    if (MakeResult(list, number, ScaleConverter()) != 0) return 1;
-    list.Erase(self);
-    position = number;
-    return 0;
+    return JoinNumberBefore(list, position, NumberConverter());
 }
 
 }  // namespace Mensura

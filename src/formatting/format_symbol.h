@@ -48,6 +48,7 @@ class SimpleFormatSymbol : public IFormatSymbol {
 public:
     static constexpr std::uint32_t NoSpace = 1;
 
+    // Writes the symbol alone: the blank, if any, and the text.
     std::int64_t Render(double value, const Dimensions& dims, char16_t* buffer, std::size_t size,
                         const FormatterImpl& settings) const override;
     const char16_t* GetText() const override { return text.data(); }
@@ -58,41 +59,41 @@ protected:
     // literals do; the symbol points at it.
     SimpleFormatSymbol(const char16_t* symbolText, std::uint32_t symbolFlags)
         : text(symbolText), flags(symbolFlags) {}
-    // The number by RenderPart 0, then the symbol behind it.
-    std::int64_t RenderWithNumber(double value, const Dimensions& dims, char16_t* buffer,
-                                  std::size_t size, const FormatterImpl& settings) const;
-    // Writes the value in the unit of `converter` as a number.
-    static std::int64_t RenderNumberIn(const UnitConverter& converter, int part, double value,
-                                       const Dimensions& dims, char16_t* buffer, std::size_t size,
-                                       const FormatterImpl& settings);
-    // Reads the number at the head of list through `converter`.
-    static int ParseNumberIn(const UnitConverter& converter, SymbolList& list, int form);
 
 private:
     std::u16string_view text;
     std::uint32_t flags;
 };
 
+// A symbol behind one number in its unit: "5.50 m", "20.00°C". Its one form,
+// 0, has one part, 0.
+class NumberedSymbol : public SimpleFormatSymbol {
+public:
+    // The number by RenderPart 0, then the symbol behind it.
+    std::int64_t Render(double value, const Dimensions& dims, char16_t* buffer, std::size_t size,
+                        const FormatterImpl& settings) const override;
+    std::int64_t RenderPart(int part, double value, const Dimensions& dims, char16_t* buffer,
+                            std::size_t size, const FormatterImpl& settings) const override;
+    int ParsePart(SymbolList& list, int form) const override;
+    int LastPartIndex(int form) const override { return form == 0 ? 0 : -1; }
+
+protected:
+    using SimpleFormatSymbol::SimpleFormatSymbol;
+    // The unit in which the number is written and read.
+    virtual const UnitConverter& NumberConverter() const = 0;
+};
+
 // A unit that is a pure scale: the usual symbol of the catalogue.
-class GenericSymbol : public OperandSymbol, public SimpleFormatSymbol {
+class GenericSymbol : public OperandSymbol, public NumberedSymbol {
 public:
     GenericSymbol(const char16_t* text, int unitId, std::uint32_t flags)
-        : SimpleFormatSymbol(text, flags), unit(unitId) {}
+        : NumberedSymbol(text, flags), unit(unitId) {}
 
-    std::int64_t Render(double value, const Dimensions& dims, char16_t* buffer, std::size_t size,
-                        const FormatterImpl& settings) const override {
-        return RenderWithNumber(value, dims, buffer, size, settings);
-    }
-    std::int64_t RenderPart(int part, double value, const Dimensions& dims, char16_t* buffer,
-                            std::size_t size, const FormatterImpl& settings) const override {
-        return RenderNumberIn(GetConverter(), part, value, dims, buffer, size, settings);
-    }
-    int ParsePart(SymbolList& list, int form) const override {
-        return ParseNumberIn(GetConverter(), list, form);
-    }
-    int LastPartIndex(int form) const override { return form == 0 ? 0 : -1; }
     const UnitConverter& GetConverter() const override;
     int Unit() const { return unit; }
+
+protected:
+    const UnitConverter& NumberConverter() const override { return GetConverter(); }
 
 private:
     int unit;
@@ -113,31 +114,19 @@ private:
 // A temperature scale. Standing alone it reads an absolute temperature through
 // the offset of `scaleUnit`; beside another unit ("deg C/min") it is a size of
 // degree, `sizeUnit`, with no offset.
-class LinearSymbol : public IParseSymbol, public SimpleFormatSymbol {
+class LinearSymbol : public IParseSymbol, public NumberedSymbol {
 public:
     LinearSymbol(const char16_t* text, int scale, int size, std::uint32_t flags)
-        : SimpleFormatSymbol(text, flags), scaleUnit(scale), sizeUnit(size) {}
+        : NumberedSymbol(text, flags), scaleUnit(scale), sizeUnit(size) {}
 
     int Evaluate(SymbolList& list, SymbolList::iterator& position, bool firstPass,
                  const Dimensions& dimensions) const override;
     ParseKind Kind() const override { return ParseKind::Linear; }
 
-    std::int64_t Render(double value, const Dimensions& dims, char16_t* buffer, std::size_t size,
-                        const FormatterImpl& settings) const override {
-        return RenderWithNumber(value, dims, buffer, size, settings);
-    }
-    std::int64_t RenderPart(int part, double value, const Dimensions& dims, char16_t* buffer,
-                            std::size_t size, const FormatterImpl& settings) const override {
-        return RenderNumberIn(ScaleConverter(), part, value, dims, buffer, size, settings);
-    }
-    int ParsePart(SymbolList& list, int form) const override {
-        return ParseNumberIn(ScaleConverter(), list, form);
-    }
-    int LastPartIndex(int form) const override { return form == 0 ? 0 : -1; }
+protected:
+    const UnitConverter& NumberConverter() const override;
 
 private:
-    const UnitConverter& ScaleConverter() const;
-
     int scaleUnit;
     int sizeUnit;
 };

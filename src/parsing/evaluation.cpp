@@ -24,6 +24,18 @@ int MakeResult(SymbolList& list, SymbolList::iterator number, const UnitConverte
     return 0;
 }
 
+int JoinNumberBefore(SymbolList& list, SymbolList::iterator& position,
+                     const UnitConverter& converter) {
+    const SymbolList::iterator self = position;
+    if (self == list.begin()) return 1;
+    const SymbolList::iterator number = self.previous();
+    if (number.symbol()->AsNumber() == nullptr) return 1;
+    if (MakeResult(list, number, converter) != 0) return 1;
+    list.Erase(self);
+    position = number;
+    return 0;
+}
+
 int NumberSymbol::Evaluate(SymbolList& list, SymbolList::iterator& position, bool firstPass,
                            const Dimensions&) const {
     ++position;
@@ -37,13 +49,8 @@ int OperandSymbol::Evaluate(SymbolList& list, SymbolList::iterator& position, bo
     ++position;
     if (firstPass || position != list.end()) return 0;
     // The operand stands last: the number before it joins it.
-    if (self == list.begin()) return 1;
-    const SymbolList::iterator number = self.previous();
-    if (number.symbol()->AsNumber() == nullptr) return 1;
-    if (MakeResult(list, number, GetConverter()) != 0) return 1;
-    list.Erase(self);
-    position = number;
-    return 0;
+    position = self;
+    return JoinNumberBefore(list, position, GetConverter());
 }
 
 int ResultSymbol::Evaluate(SymbolList& list, SymbolList::iterator& position, bool firstPass,

@@ -139,6 +139,13 @@ int EvaluateList(SymbolList& list, const Dimensions& dimensions);
 // units. Non-zero when the converter refuses.
 int MakeResult(SymbolList& list, SymbolList::iterator number, const UnitConverter& converter);
 
+// The unit at `position` takes up the number just before it: the number
+// becomes a result by `converter`, the unit's element goes, and `position`
+// moves onto the result. Non-zero, with nothing changed, when no number stands
+// there or the converter refuses.
+int JoinNumberBefore(SymbolList& list, SymbolList::iterator& position,
+                     const UnitConverter& converter);
+
 }  // namespace Mensura
 
 #endif  // MENSURA_PARSING_PARSE_SYMBOL_H

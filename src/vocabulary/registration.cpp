@@ -136,11 +136,7 @@ private:
         for (int group : kRegistrationOrder) {
             StartGroup(0, group);
             for (const auto* line : byGroup[group]) {
-                symbols.clear();
-                for (std::size_t i = 0; i < line->count; ++i) {
-                    const EnglishEntry& entry = line->entries[i];
-                    symbols.push_back({entry.text, entry.keys, entry.marks});
-                }
+                TakeEnglish(*line);
                 AddType(0, group, line->type, symbols);
             }
         }
@@ -160,11 +156,7 @@ private:
         for (int group : kRegistrationOrder) {
             StartGroup(1, group);
             for (const auto* line : english[group]) {
-                symbols.clear();
-                for (std::size_t i = 0; i < line->count; ++i) {
-                    const EnglishEntry& entry = line->entries[i];
-                    symbols.push_back({entry.text, entry.keys, entry.marks});
-                }
+                TakeEnglish(*line);
                 const auto& types = chinese[group];
                 if (static_cast<std::size_t>(line->type) <= types.size() &&
                     types[line->type - 1] != nullptr) {
@@ -179,6 +171,15 @@ private:
                 }
                 AddType(1, group, line->type, symbols);
             }
+        }
+    }
+
+    // The symbols of an English line become the type at hand.
+    void TakeEnglish(const TypeLine<EnglishEntry>& line) {
+        symbols.clear();
+        for (std::size_t i = 0; i < line.count; ++i) {
+            const EnglishEntry& entry = line.entries[i];
+            symbols.push_back({entry.text, entry.keys, entry.marks});
         }
     }
 
