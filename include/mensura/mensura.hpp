@@ -182,6 +182,12 @@ public:
     ErrorCode Format(double value, int unit, char16_t* buffer, size_t size, int symbol = 0,
                      double* converted = nullptr) const;
 
+    // Reads text as a value in `unit`: "5 ft", "1,000.5 mm", "5 kg·m/s²". A
+    // bare number takes the default unit of the unit's group. Returns
+    // ParseFailure, with value left as it was, for an unknown unit, a null or
+    // unreadable text, or a text whose unit measures another quantity.
+    ErrorCode Parse(const char16_t* text, double& value, int unit) const;
+
     // The symbol id that renders a unit type when no symbol is asked for: the
     // one set by SetDefaultSymbol, else symbol 1 of the type. 0 for anything
     // but a unit type id.
@@ -206,6 +212,10 @@ public:
     ErrorCode GetDisplayName(int id, char16_t* buffer, size_t size) const;
 
 private:
+    // Reads text as a value in base units of `dimensions`; a bare number takes
+    // the default symbol of `group`, or of the group of the dimensions when 0.
+    ErrorCode Parse(const char16_t* text, double& value, const int (&dimensions)[7],
+                    int group) const;
     // Renders value, in base units of `dimensions`.
     ErrorCode Format(double value, const int (&dimensions)[7], char16_t* buffer, size_t size,
                      int symbol, double* converted) const;

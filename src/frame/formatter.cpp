@@ -109,6 +109,17 @@ ErrorCode Formatter::Format(double value, const int (&dimensions)[7], char16_t* 
     return m_impl->Format(value, dims, buffer, size, symbol, converted);
 }
 
+ErrorCode Formatter::Parse(const char16_t* text, double& value, int unit) const {
+    return m_impl->ParseInUnit(text, value, unit);
+}
+
+ErrorCode Formatter::Parse(const char16_t* text, double& value, const int (&dimensions)[7],
+                           int group) const {
+    Dimensions dims;
+    for (std::size_t i = 0; i < dims.size(); ++i) dims[i] = dimensions[i];
+    return m_impl->ParseToBase(text, value, dims, group);
+}
+
 int Formatter::GetDefaultSymbol(int id) const {
     return m_impl->GetDefaultSymbol(id);
 }
@@ -176,6 +187,13 @@ MensuraFormatter* CreateFormatter(int locale) {
 
 void DestroyFormatter(MensuraFormatter* formatter) {
     delete formatter;
+}
+
+int Parse(MensuraFormatter* formatter, const MensuraChar16* text, double* value, int unit) {
+    if (formatter == nullptr || text == nullptr || value == nullptr) {
+        return Result(ErrorCode::Failure);
+    }
+    return Result(formatter->Parse(text, *value, unit));
 }
 
 int Format(MensuraFormatter* formatter, double value, int unit, MensuraChar16* buffer, size_t size,

@@ -126,6 +126,20 @@ public:
     // Failure unless id names a unit type; a symbol number is dropped.
     ErrorCode SetDefaultUnit(int id);
 
+    // Reads text into value, in `unit`. ParseFailure for an unknown unit or a
+    // text that does not read as a value of that unit; value is written only
+    // on success.
+    ErrorCode ParseInUnit(const char16_t* text, double& value, int unit) const;
+    // Reads text into value, in base units of `dimensions`. A bare number takes
+    // the default symbol of `group` (only its group field counts), or of the
+    // group of `dimensions` when group is 0: Failure when there is none.
+    ErrorCode ParseToBase(const char16_t* text, double& value, const Dimensions& dimensions,
+                          int group) const;
+    // The length of the number at the start of text by this formatter's
+    // digits, signs and separators; 0 when none stands there, -1 when value is
+    // null. Writes value and *flags (the NumberFlags seen) only for a number.
+    std::int64_t ScanNumber(const char16_t* text, double* value, std::uint32_t* flags) const;
+
 private:
     // Erases the old text from NumberTokens, stores the new one, and inserts
     // it with code.

@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "formatting/format_symbol.h"
+#include "parsing/operators.h"
 #include "units/unit_catalog.h"
 
 namespace Mensura {
@@ -118,6 +119,7 @@ public:
     void Run() {
         for (auto& language : catalog.symbols) language.clear();
         for (auto& names : catalog.groupNames) names.clear();
+        RegisterOperators();
         RegisterEnglish();
         RegisterChinese();
     }
@@ -172,6 +174,26 @@ private:
                 AddType(1, group, line->type, symbols);
             }
         }
+    }
+
+    // The operators come first, so that they win every collision of keys.
+    void RegisterOperators() {
+        catalog.operators.clear();
+        AddOperator<DivisionSymbol>({u"/"});
+        AddOperator<SpaceSymbol>({u" "});
+        AddOperator<MultiplicationSymbol>({u"·"});
+        AddOperator<SquareSymbol>({u"²"});
+        AddOperator<CubicSymbol>({u"³"});
+        AddOperator<LeftParenthesisSymbol>({u"(", u"（"});
+        AddOperator<RightParenthesisSymbol>({u")", u"）"});
+        AddOperator<CaretSymbol>({u"^"});
+    }
+
+    template <typename Operator>
+    void AddOperator(std::initializer_list<const char16_t*> keys) {
+        catalog.operators.push_back(std::make_unique<Operator>());
+        for (const char16_t* key : keys)
+            Insert(catalog.operatorCounts, key, catalog.operators.back().get());
     }
 
     // The symbols of an English line become the type at hand.
