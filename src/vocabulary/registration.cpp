@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "formatting/format_symbol.h"
+#include "parsing/feet_inches.h"
 #include "parsing/operators.h"
 #include "units/unit_catalog.h"
 
@@ -186,6 +187,11 @@ private:
         AddOperator<CubicSymbol>({u"³"});
         AddOperator<LeftParenthesisSymbol>({u"(", u"（"});
         AddOperator<RightParenthesisSymbol>({u")", u"）"});
+        AddOperator<PrimeSymbol>(
+            {u"\u2032", u"\u0027", u"\u02B9", u"\u2019", u"\u02BC", u"\u2018"});
+        AddOperator<DoublePrimeSymbol>({u"\u2033", u"\u0022", u"\u02BA", u"\u201D", u"\u201C"});
+        AddOperator<DashSymbol>(
+            {u"\u2010", u"\u2012", u"\u2013", u"\u2014", u"\u2015", u"\u002D", u"\u2043"});
         AddOperator<CaretSymbol>({u"^"});
     }
 

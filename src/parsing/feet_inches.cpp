@@ -1,0 +1,208 @@
+#include "parsing/feet_inches.h"
+
+#include <cmath>
+
+#include "parsing/number_flags.h"
+#include "parsing/operators.h"
+#include "units/unit_catalog.h"
+
+namespace Mensura {
+
+namespace {
+
+// What the two marks mean for a target: feet and inches for a length, minutes
+// and seconds for a time, minutes and seconds of arc for a pure number.
+struct Marks {
+    double multiplier;  // from the large mark to the small one, in the text's numbers
+    int large;          // the unit of the large mark alone
+    int small;          // the unit of the small mark
+};
+
+bool Classify(const Dimensions& dimensions, Marks& marks) {
+    const int group = UnitCatalog::Instance().FindGroupByDimensions(dimensions);
+    if (group == 0x2000) {
+        marks = {12.0, 0x2017, 0x2016};
+    } else if (group == 0x2C000) {
+        marks = {60.0, 0x2C016, 0x2C001};
+    } else if (SameDimensions(dimensions, Dimensions{})) {
+        marks = {60.0, 0x8008, 0x8009};
+    } else {
+        return false;
+    }
+    return true;
+}
+
+bool Is(SymbolList& list, SymbolList::iterator at, ParseKind kind) {
+    return at != list.end() && at.symbol()->Kind() == kind;
+}
+
+const NumberSymbol* NumberAt(SymbolList& list, SymbolList::iterator at) {
+    return at == list.end() ? nullptr : at.symbol()->AsNumber();
+}
+
+bool IsMinus(const NumberSymbol& number) {
+    return (number.flags & NumberFlags::MinusSign) != 0;
+}
+
+// A compass letter behind a mark hands the angle on to the letter.
+bool IsLetter(SymbolList& list, SymbolList::iterator at) {
+    return Is(list, at, ParseKind::East) || Is(list, at, ParseKind::West);
+}
+
+// The whole list becomes one result, `amount` of `unit`, in the first element.
+int Finish(SymbolList& list, SymbolList::iterator& position, double amount, int unit,
+           const Dimensions& dimensions) {
+    double base = 0.0;
+    const UnitConverter* converter = UnitCatalog::Instance().FindConverter(unit);
+    if (converter->ToBase(amount, base, dimensions) != ErrorCode::Success) return 1;
+    list.Replace<ResultSymbol>(list.begin(), dimensions, base);
+    list.Erase(list.begin().next(), list.end());
+    position = list.end();
+    return 0;
+}
+
+}  // namespace
+
+int PrimeSymbol::Evaluate(SymbolList& list, SymbolList::iterator& position, bool firstPass,
+                          const Dimensions& dimensions) const {
+    if (firstPass) {
+        ++position;
+        return 0;
+    }
+    Marks marks;
+    if (!Classify(dimensions, marks)) return 1;
+    const SymbolList::iterator prime = position;
+    if (prime == list.begin()) return 1;
+    const SymbolList::iterator before = prime.previous();
+    const NumberSymbol* a = before.symbol()->AsNumber();
+    if (a == nullptr) return 1;
+    position = before;
+    const SymbolList::iterator x = prime.next();
+
+    if (x != list.end() && !IsLetter(list, x)) {
+        // The large part, then the small one: it must begin the list.
+        if (before != list.begin()) return 1;
+        // Number [Number] [/ Number] [″], the ″ optional only at the end.
+        SymbolList::iterator at = x;
+        if (NumberAt(list, at) == nullptr) return 1;
+        ++at;
+        if (NumberAt(list, at) != nullptr) {
+            ++at;
+            if (!Is(list, at, ParseKind::Division)) return 1;
+        }
+        if (Is(list, at, ParseKind::Division)) {
+            ++at;
+            if (NumberAt(list, at) == nullptr) return 1;
+            ++at;
+        }
+        const bool closed = Is(list, at, ParseKind::DoublePrime);
+        if (!closed && at != list.end()) return 1;
+        const double value = a->value * marks.multiplier;
+        const std::uint32_t flags = a->flags;
+        list.Replace<NumberSymbol>(before, value, flags);
+        list.Erase(prime);
+        position = x;
+        if (!closed) list.PushBackNew<DoublePrimeSymbol>();
+        return 0;
+    }
+
+    // The prime closes the text: a whole number of the large unit, or a fraction.
+    double q = a->value;
+    if (before != list.begin()) {
+        const SymbolList::iterator first = list.begin();
+        const NumberSymbol* numerator = first.symbol()->AsNumber();
+        if (numerator == nullptr || !Is(list, first.next(), ParseKind::Division) ||
+            first.next().next() != before || a->value == 0.0) {
+            return 1;
+        }
+        q = numerator->value / a->value;
+    }
+    // A letter behind an angle belongs to the bearings, which read it themselves.
+    if (IsLetter(list, x) && marks.large == 0x8008) return 1;
+    return Finish(list, position, q, marks.large, dimensions);
+}
+
+int DoublePrimeSymbol::Evaluate(SymbolList& list, SymbolList::iterator& position, bool firstPass,
+                                const Dimensions& dimensions) const {
+    if (firstPass) {
+        ++position;
+        return 0;
+    }
+    Marks marks;
+    if (!Classify(dimensions, marks)) return 1;
+    const SymbolList::iterator mark = position;
+    if (mark == list.begin()) return 1;
+    const SymbolList::iterator behind = mark.next();
+    if (behind != list.end()) return 1;  // the letters of a bearing read their own lines
+
+    // The numbers before the mark: b | a b | n / d | w n / d | a w n / d.
+    const NumberSymbol* numbers[4] = {};
+    int count = 0;
+    int slash = -1;
+    for (SymbolList::iterator at = list.begin(); at != mark; ++at) {
+        if (Is(list, at, ParseKind::Division)) {
+            if (slash >= 0 || count == 0) return 1;
+            slash = count;
+            continue;
+        }
+        const NumberSymbol* number = at.symbol()->AsNumber();
+        if (number == nullptr || count == 4) return 1;
+        numbers[count++] = number;
+    }
+    double total = 0.0;
+    if (slash < 0) {
+        if (count == 1) {
+            total = numbers[0]->value;
+        } else if (count == 2) {
+            const double b = std::fabs(numbers[1]->value);
+            total = IsMinus(*numbers[0]) ? numbers[0]->value - b : numbers[0]->value + b;
+        } else {
+            return 1;
+        }
+    } else {
+        // The fraction is the last two numbers, the "/" between them.
+        if (slash != count - 1 || count < 2 || count > 4) return 1;
+        const NumberSymbol& n = *numbers[count - 2];
+        const double d = numbers[count - 1]->value;
+        if (d == 0.0) return 1;
+        if (count == 2) {
+            total = n.value / d;
+        } else if (count == 3) {
+            const double f = std::fabs(n.value) / d;
+            total = IsMinus(*numbers[0]) ? numbers[0]->value - f : numbers[0]->value + f;
+        } else {
+            const double f = std::fabs(numbers[1]->value) + std::fabs(n.value) / d;
+            total = IsMinus(*numbers[0]) ? numbers[0]->value - f : numbers[0]->value + f;
+        }
+    }
+    return Finish(list, position, total, marks.small, dimensions);
+}
+
+int DashSymbol::Evaluate(SymbolList& list, SymbolList::iterator& position, bool,
+                         const Dimensions&) const {
+    const SymbolList::iterator dash = position;
+    if (dash == list.begin() || dash.next() == list.end()) return 1;
+    SymbolList::iterator left = dash.previous();
+    while (left != list.begin() && Is(list, left, ParseKind::Space)) --left;
+    if (left.symbol()->AsOperand() == nullptr && !Is(list, left, ParseKind::Prime)) return 1;
+    SymbolList::iterator right = dash.next();
+    while (Is(list, right, ParseKind::Space)) ++right;
+    if (right == list.end()) return 1;
+    if (right.symbol()->AsNumber() != nullptr) {
+        // Between the two parts: the dash and any blanks go.
+        list.Erase(left.next(), right);
+        position = right;
+        return 0;
+    }
+    if (right.symbol()->AsOperand() != nullptr) {
+        // Between two units: a product.
+        const SymbolList::iterator product = left.next();
+        list.Replace<MultiplicationSymbol>(product);
+        list.Erase(product.next(), right);
+        position = right;
+        return 0;
+    }
+    return 1;
+}
+
+}  // namespace Mensura
