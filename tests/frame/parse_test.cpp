@@ -5,6 +5,8 @@
 
 #include <cmath>
 #include <string>
+#include <thread>
+#include <vector>
 
 #include "mensura/mensura.hpp"
 #include "support/same_bits.h"
@@ -195,6 +197,36 @@ TEST(ParseArithmetic, CaretTakesAWholeExponentFromOne) {
                    u"5 kg^(1)", u"5 kg^99999999999", u"5 kg²^2000000000"});
     ExpectReads(formatter, kNewton, {{u"5 kg m/s²", 5.0}, {u"5 kg·m/s²", 5.0}});
     ExpectRefused(formatter, kNewton, {u"5 kg m s⁻²"});
+}
+
+// The catalogue is shared and never written during a parse, so formatters on
+// several threads read side by side without disturbing each other.
+TEST(ParseThreads, SeparateFormattersParseAtTheSameTime) {
+    struct Job {
+        const char16_t* text;
+        int unit;
+        double expected;
+    };
+    const Job jobs[] = {{u"5′-6 1/2″", kInch, 66.5},
+                        {u"5 kg·m/s²", kNewton, 5.0},
+                        {u"1,000.5 mm", kMeter, 1.0005},
+                        {u"-5′6″", kInch, -66.0}};
+    std::vector<std::thread> threads;
+    std::vector<int> failures(std::size(jobs), 0);
+    for (std::size_t i = 0; i < std::size(jobs); ++i) {
+        threads.emplace_back([&, i] {
+            const Formatter formatter;
+            for (int round = 0; round < 2000; ++round) {
+                double value = 0.0;
+                if (formatter.Parse(jobs[i].text, value, jobs[i].unit) != ErrorCode::Success ||
+                    value != jobs[i].expected) {
+                    ++failures[i];
+                }
+            }
+        });
+    }
+    for (std::thread& thread : threads) thread.join();
+    for (std::size_t i = 0; i < std::size(jobs); ++i) EXPECT_EQ(failures[i], 0) << i;
 }
 
 TEST(ParseFlat, NeedsEveryPointer) {
