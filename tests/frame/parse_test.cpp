@@ -197,6 +197,8 @@ TEST(ParseArithmetic, CaretTakesAWholeExponentFromOne) {
                    u"5 kg^(1)", u"5 kg^99999999999", u"5 kg²^2000000000"});
     ExpectReads(formatter, kNewton, {{u"5 kg m/s²", 5.0}, {u"5 kg·m/s²", 5.0}});
     ExpectRefused(formatter, kNewton, {u"5 kg m s⁻²"});
+    // The quotient looks ahead into the parentheses before it applies.
+    ExpectReads(formatter, 0x2E003, {{u"5 kg/(m·s)", 5.0}, {u"5 kg/m/s", 5.0}});
 }
 
 // The catalogue is shared and never written during a parse, so formatters on
