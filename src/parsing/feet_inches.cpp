@@ -10,14 +10,6 @@ namespace Mensura {
 
 namespace {
 
-// What the two marks mean for a target: feet and inches for a length, minutes
-// and seconds for a time, minutes and seconds of arc for a pure number.
-struct Marks {
-    double multiplier;  // from the large mark to the small one, in the text's numbers
-    int large;          // the unit of the large mark alone
-    int small;          // the unit of the small mark
-};
-
 bool Classify(const Dimensions& dimensions, Marks& marks) {
     const int group = UnitCatalog::Instance().FindGroupByDimensions(dimensions);
     if (group == 0x2000) {
@@ -61,18 +53,39 @@ int Finish(SymbolList& list, SymbolList::iterator& position, double amount, int 
     return 0;
 }
 
-}  // namespace
-
-int PrimeSymbol::Evaluate(SymbolList& list, SymbolList::iterator& position, bool firstPass,
-                          const Dimensions& dimensions) const {
+// Both marks step on in the first pass; in the second they need a target
+// they can classify and something in front of them.
+template <typename Read>
+int EvaluateMark(SymbolList& list, SymbolList::iterator& position, bool firstPass,
+                 const Dimensions& dimensions, Read read) {
     if (firstPass) {
         ++position;
         return 0;
     }
     Marks marks;
-    if (!Classify(dimensions, marks)) return 1;
+    if (!Classify(dimensions, marks) || position == list.begin()) return 1;
+    return read(marks);
+}
+
+}  // namespace
+
+int PrimeSymbol::Evaluate(SymbolList& list, SymbolList::iterator& position, bool firstPass,
+                          const Dimensions& dimensions) const {
+    return EvaluateMark(list, position, firstPass, dimensions, [&](const Marks& marks) {
+        return Read(list, position, marks, dimensions);
+    });
+}
+
+int DoublePrimeSymbol::Evaluate(SymbolList& list, SymbolList::iterator& position, bool firstPass,
+                                const Dimensions& dimensions) const {
+    return EvaluateMark(list, position, firstPass, dimensions, [&](const Marks& marks) {
+        return Read(list, position, marks, dimensions);
+    });
+}
+
+int PrimeSymbol::Read(SymbolList& list, SymbolList::iterator& position, const Marks& marks,
+                      const Dimensions& dimensions) const {
     const SymbolList::iterator prime = position;
-    if (prime == list.begin()) return 1;
     const SymbolList::iterator before = prime.previous();
     const NumberSymbol* a = before.symbol()->AsNumber();
     if (a == nullptr) return 1;
@@ -122,16 +135,9 @@ int PrimeSymbol::Evaluate(SymbolList& list, SymbolList::iterator& position, bool
     return Finish(list, position, q, marks.large, dimensions);
 }
 
-int DoublePrimeSymbol::Evaluate(SymbolList& list, SymbolList::iterator& position, bool firstPass,
-                                const Dimensions& dimensions) const {
-    if (firstPass) {
-        ++position;
-        return 0;
-    }
-    Marks marks;
-    if (!Classify(dimensions, marks)) return 1;
+int DoublePrimeSymbol::Read(SymbolList& list, SymbolList::iterator& position, const Marks& marks,
+                            const Dimensions& dimensions) const {
     const SymbolList::iterator mark = position;
-    if (mark == list.begin()) return 1;
     const SymbolList::iterator behind = mark.next();
     if (behind != list.end()) return 1;  // the letters of a bearing read their own lines
 

@@ -10,12 +10,24 @@
 
 namespace Mensura {
 
+// What the two marks mean for a target: feet and inches for a length, minutes
+// and seconds for a time, minutes and seconds of arc for a pure number.
+struct Marks {
+    double multiplier;  // from the large mark to the small one, in the text's numbers
+    int large;          // the unit of the large mark alone
+    int small;          // the unit of the small mark
+};
+
 // ′ and its look-alikes: the large mark (feet, minutes).
 class PrimeSymbol final : public IParseSymbol {
 public:
     ParseKind Kind() const override { return ParseKind::Prime; }
     int Evaluate(SymbolList& list, SymbolList::iterator& position, bool firstPass,
                  const Dimensions& dimensions) const override;
+
+private:
+    int Read(SymbolList& list, SymbolList::iterator& position, const Marks& marks,
+             const Dimensions& dimensions) const;
 };
 
 // ″ and its look-alikes: the small mark (inches, seconds), which totals the line.
@@ -24,6 +36,10 @@ public:
     ParseKind Kind() const override { return ParseKind::DoublePrime; }
     int Evaluate(SymbolList& list, SymbolList::iterator& position, bool firstPass,
                  const Dimensions& dimensions) const override;
+
+private:
+    int Read(SymbolList& list, SymbolList::iterator& position, const Marks& marks,
+             const Dimensions& dimensions) const;
 };
 
 // A dash: between the two parts ("5′–6″"), or a product between two units

@@ -1,9 +1,10 @@
 // The evaluation engine on lists built by hand from numbers, unit operands and
-// two small operators that behave like a product and a square.
+// the product, quotient and square operators.
 #include <gtest/gtest.h>
 
 #include <vector>
 
+#include "parsing/operators.h"
 #include "parsing/parse_symbol.h"
 #include "support/same_bits.h"
 #include "units/unit_catalog.h"
@@ -26,55 +27,10 @@ private:
     int unit;
 };
 
-// Combines the operands on either side into one, like the product and the
-// quotient of the unit arithmetic.
-class BinaryOperator final : public OperatorSymbol {
-public:
-    explicit BinaryOperator(bool quotient) : OperatorSymbol(10, LookAhead), quotient(quotient) {}
-    ParseKind Kind() const override {
-        return quotient ? ParseKind::Division : ParseKind::Multiplication;
-    }
-    int Apply(SymbolList& list, SymbolList::iterator& position) const override {
-        if (position == list.begin() || position.next() == list.end()) return 1;
-        const SymbolList::iterator left = position.previous(), right = position.next();
-        const OperandSymbol* a = left.symbol()->AsOperand();
-        const OperandSymbol* b = right.symbol()->AsOperand();
-        if (a == nullptr || b == nullptr) return 1;
-        const GenericConverter combined =
-            quotient
-                ? GenericConverter(a->GetConverter(), b->GetConverter(), GenericConverter::Quotient)
-                : GenericConverter(a->GetConverter(), b->GetConverter(), GenericConverter::Product);
-        list.Replace<GenericOperand>(left, combined);
-        list.Erase(right);
-        list.Erase(position);
-        position = left;
-        return 0;
-    }
-
-private:
-    bool quotient;
-};
-
-class SquareOperator final : public OperatorSymbol {
-public:
-    SquareOperator() : OperatorSymbol(20, Postfix) {}
-    ParseKind Kind() const override { return ParseKind::Square; }
-    int Apply(SymbolList& list, SymbolList::iterator& position) const override {
-        if (position == list.begin()) return 1;
-        const SymbolList::iterator left = position.previous();
-        const OperandSymbol* a = left.symbol()->AsOperand();
-        if (a == nullptr) return 1;
-        list.Replace<GenericOperand>(left, GenericConverter(a->GetConverter(), a->GetConverter(),
-                                                            GenericConverter::Product));
-        list.Erase(position);
-        position = left;
-        return 0;
-    }
-};
-
 const UnitOperand kMeter(0x2001), kFoot(0x2017), kKilogram(0x5001), kSecond(0x2C001);
-const BinaryOperator kTimes(false), kOver(true);
-const SquareOperator kSquare;
+const MultiplicationSymbol kTimes;
+const DivisionSymbol kOver;
+const SquareSymbol kSquare;
 const Dimensions kNone{};
 const Dimensions kLength{1, 0, 0, 0, 0, 0, 0};
 
