@@ -39,12 +39,33 @@ FormatterImpl::FormatterImpl(int locale)
     numberTokens.InsertOrAssign(negativeSign.c_str(), NumberToken::NegativeSign);
     numberTokens.InsertOrAssign(groupSeparator.c_str(), NumberToken::GroupSeparator);
     numberTokens.InsertOrAssign(decimalSeparator.c_str(), NumberToken::DecimalSeparator);
+    NoteTokenStarts();
 }
 
 void FormatterImpl::ReplaceToken(std::u16string& setting, const char16_t* text, int code) {
     numberTokens.Erase(setting.c_str());
     setting = text;
     numberTokens.InsertOrAssign(setting.c_str(), code);
+    NoteTokenStarts();
+}
+
+void FormatterImpl::NoteTokenStarts() {
+    asciiTokenStarts = {};
+    otherTokenStarts = false;
+    auto note = [this](char16_t unit) {
+        if (unit >= 128) {
+            otherTokenStarts = true;
+        } else {
+            asciiTokenStarts[unit >> 6] |= std::uint64_t{1} << (unit & 63);
+        }
+    };
+    for (char16_t digit : nativeDigits) note(digit);
+    note(u'e');
+    note(u'E');
+    for (const std::u16string* text :
+         {&positiveSign, &negativeSign, &groupSeparator, &decimalSeparator}) {
+        if (!text->empty()) note(text->front());
+    }
 }
 
 void FormatterImpl::GetNativeDigits(char16_t* digits) const {
@@ -68,6 +89,7 @@ ErrorCode FormatterImpl::SetNativeDigits(const char16_t* digits) {
         const char16_t digit[] = {nativeDigits[d], 0};
         numberTokens.InsertOrAssign(digit, NumberToken::Digit(d));
     }
+    NoteTokenStarts();
     return ErrorCode::Success;
 }
 

@@ -144,6 +144,14 @@ private:
     // Erases the old text from NumberTokens, stores the new one, and inserts
     // it with code.
     void ReplaceToken(std::u16string& setting, const char16_t* text, int code);
+    // Notes the first unit of every setting that makes a number token.
+    void NoteTokenStarts();
+    // Whether a token of some length may begin with unit: when not, the
+    // scanner finds at most an empty sign there, and no number.
+    bool MayStartToken(char16_t unit) const {
+        return unit >= 128 ? otherTokenStarts
+                           : (asciiTokenStarts[unit >> 6] >> (unit & 63) & 1) != 0;
+    }
 
     std::array<char16_t, 10> nativeDigits;
     std::u16string positiveSign;
@@ -154,6 +162,10 @@ private:
     int decimalDigits = 2;
     std::vector<int> groupSizes;  // nearest the decimal point first; the last repeats
     NumberTokenTree numberTokens;
+    // The first units of the settings' texts, kept with every setter: a cheap
+    // first look for the scanner, which is asked at every place of a text.
+    std::array<std::uint64_t, 2> asciiTokenStarts{};
+    bool otherTokenStarts = false;
     std::map<int, SymbolStringEntry> formatSymbolStrings;  // by symbol id
     std::map<int, SymbolStringEntry> parseSymbolStrings;   // by symbol id
     std::map<int, int> defaultSymbols;                     // unit type id to symbol id

@@ -76,6 +76,8 @@ std::int64_t FormatterImpl::ScanNumber(const char16_t* text, double* value,
                                        std::uint32_t* flagsOut) const {
     if (value == nullptr) return -1;
     if (text == nullptr || *text == 0) return 0;
+    // Only an empty sign could stand here, and a sign alone is no number.
+    if (!MayStartToken(*text)) return 0;
 
     enum class State {
         Start,
