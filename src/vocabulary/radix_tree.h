@@ -1,13 +1,28 @@
 // A path-compressed character tree from 16-bit text to a value: the one
 // text-keyed structure of the library. One walk finds the longest key that
 // begins a text, which is how a scanner tells "m" from "mm" from "m²".
+//
+// Layout: the tree keeps everything in three pools of its own, so that
+// thousands of keys take about a hundred allocations rather than a few a key.
+// - Nodes sit in blocks of 128 that never move, so growing copies no node; a
+//   node is named by its 32-bit index, the root by 0. Released nodes go on a
+//   free list for reuse.
+// - `units` holds the texts of the run nodes, each a span of it; no two runs
+//   share a unit.
+// - `edges` holds the children of the branch nodes: each branch has a span of
+//   (unit, child) pairs sorted by unit, with room to grow. A full span moves
+//   to the end of the pool with twice the room and leaves its old place unused.
+// Units and edges that erasing frees are reused only at the end of their pool.
 #ifndef MENSURA_VOCABULARY_RADIX_TREE_H
 #define MENSURA_VOCABULARY_RADIX_TREE_H
 
+#include <algorithm>
 #include <cstddef>
-#include <map>
+#include <cstdint>
 #include <memory>
 #include <string>
+#include <utility>
+#include <vector>
 
 namespace Mensura {
 
@@ -18,14 +33,21 @@ namespace Mensura {
 // pointer value points to.
 //
 // A node takes one of three forms:
-// - run node: `text` holds one unit or more; consuming all of them leads to `next`;
-// - branch node: `branches` is set; a child is reached by consuming its one unit;
-// - leaf node: neither; nothing continues here.
+// - run node: a span of one unit or more; consuming all of them leads to the
+//   node behind it;
+// - branch node: a child is reached by consuming its one unit;
+// - leaf node: nothing continues here.
 // The key of a node is the sequence of units consumed from the root to it, and
-// `value` is the value of that key. The root starts as a leaf without a value.
+// `value` is the value of that key. The root starts as a leaf without a value;
+// an empty tree has not made it yet.
 template <typename Value>
 class RadixTree {
 public:
+    RadixTree() = default;
+    // A tree moved from is empty.
+    RadixTree(RadixTree&& other) noexcept { *this = std::move(other); }
+    RadixTree& operator=(RadixTree&& other) noexcept;
+
     // Binds the key `text` to value. Returns 0 when bound; 1, with nothing
     // changed, when text is null or the key already has a value.
     int Insert(const char16_t* text, Value value) { return Bind(text, value, false); }
@@ -43,155 +65,253 @@ public:
     Value FindLongest(const char16_t* text, std::size_t* matched) const;
 
 private:
-    struct Node;
-    using Branches = std::map<char16_t, std::unique_ptr<Node>>;  // by unit, unsigned order
+    using Index = std::uint32_t;
+    enum class Form : std::uint8_t { Leaf, Run, Branch };
     struct Node {
         Value value{};
-        std::u16string text;
-        std::unique_ptr<Node> next;
-        std::unique_ptr<Branches> branches;
+        Index first = 0;  // run: its first unit in `units`; branch: its first edge in `edges`
+        Index count = 0;  // run: its length in units; branch: its number of edges
+        Index link = 0;   // run: the node behind it; branch: the room of its span;
+                          // released: the next free node
+        Form form = Form::Leaf;
+    };
+    struct Edge {
+        char16_t unit;
+        Index child;
     };
 
     int Bind(const char16_t* text, Value value, bool replace);
-    static bool Unbind(Node& node, const char16_t* rest, bool& erased);
-    // How many units of run begin text; text's terminator ends the count.
-    static std::size_t CommonLength(const std::u16string& run, const char16_t* text);
+    bool Unbind(Index at, const char16_t* rest, bool& erased);
+    // A new leaf without a value, from the free list when it has one.
+    Index NewNode();
+    void Release(Index at);
+    // Adds to branch an edge by unit, which it does not have yet.
+    void AddEdge(Node& branch, char16_t unit, Index child);
+    // The edge by unit of a branch node, or null. A binary search whose
+    // steps pick the half without a jump: a wide branch does not mispredict.
+    const Edge* FindEdge(const Node& branch, char16_t unit) const {
+        const Edge* base = edges.data() + branch.first;
+        for (Index n = branch.count; n > 1;) {
+            const Index half = n / 2;
+            base = base[half].unit <= unit ? base + half : base;
+            n -= half;
+        }
+        return base->unit == unit ? base : nullptr;
+    }
+    // How many of the count units of run begin text; text's terminator ends the count.
+    static Index CommonLength(const char16_t* run, Index count, const char16_t* text) {
+        Index n = 0;
+        while (n < count && run[n] == text[n]) ++n;
+        return n;
+    }
 
-    Node root;
+    static constexpr Index kBlockBits = 7;
+    static constexpr Index kBlockSize = Index{1} << kBlockBits;
+    Node& At(Index at) { return blocks[at >> kBlockBits][at & (kBlockSize - 1)]; }
+    const Node& At(Index at) const { return blocks[at >> kBlockBits][at & (kBlockSize - 1)]; }
+
+    std::vector<std::unique_ptr<Node[]>> blocks;
+    Index nodeCount = 0;  // nodes made so far, released ones included
+    Index freeNodes = 0;  // the first released node; 0, the root, ends the list
+    std::vector<char16_t> units;
+    std::vector<Edge> edges;
 };
 
 template <typename Value>
-std::size_t RadixTree<Value>::CommonLength(const std::u16string& run, const char16_t* text) {
-    std::size_t n = 0;
-    while (n < run.size() && run[n] == text[n]) ++n;
-    return n;
+RadixTree<Value>& RadixTree<Value>::operator=(RadixTree&& other) noexcept {
+    if (this == &other) return *this;
+    blocks = std::move(other.blocks);
+    nodeCount = std::exchange(other.nodeCount, 0);
+    freeNodes = std::exchange(other.freeNodes, 0);
+    units = std::move(other.units);
+    edges = std::move(other.edges);
+    other.blocks.clear();
+    other.units.clear();
+    other.edges.clear();
+    return *this;
+}
+
+template <typename Value>
+typename RadixTree<Value>::Index RadixTree<Value>::NewNode() {
+    if (freeNodes != 0) {
+        const Index at = freeNodes;
+        freeNodes = At(at).link;
+        At(at) = Node{};
+        return at;
+    }
+    if (nodeCount == blocks.size() * kBlockSize) {
+        blocks.push_back(std::make_unique<Node[]>(kBlockSize));
+    }
+    return nodeCount++;
+}
+
+template <typename Value>
+void RadixTree<Value>::Release(Index at) {
+    At(at) = Node{};
+    At(at).link = freeNodes;
+    freeNodes = at;
+}
+
+template <typename Value>
+void RadixTree<Value>::AddEdge(Node& branch, char16_t unit, Index child) {
+    if (branch.count == branch.link) {  // the span is full: move it to the end with twice the room
+        const auto first = static_cast<Index>(edges.size());
+        edges.resize(edges.size() + 2 * branch.link);
+        std::copy_n(edges.begin() + branch.first, branch.count, edges.begin() + first);
+        branch.first = first;
+        branch.link *= 2;
+    }
+    Edge* begin = edges.data() + branch.first;
+    Edge* end = begin + branch.count;
+    Edge* place = std::lower_bound(begin, end, unit,
+                                   [](const Edge& edge, char16_t u) { return edge.unit < u; });
+    std::copy_backward(place, end, end + 1);
+    *place = Edge{unit, child};
+    ++branch.count;
 }
 
 template <typename Value>
 int RadixTree<Value>::Bind(const char16_t* text, Value value, bool replace) {
     if (text == nullptr) return 1;
-    Node* node = &root;
+    if (nodeCount == 0) NewNode();  // the root
+    Index at = 0;
     const char16_t* rest = text;
+    // Whatever can fail to allocate happens before a node that is reachable
+    // changes; a failure leaves at most an unreachable node behind.
     while (*rest != 0) {
-        if (node->branches) {
-            auto found = node->branches->find(*rest);
-            if (found == node->branches->end()) {
-                found = node->branches->emplace(*rest, std::make_unique<Node>()).first;
+        Node& node = At(at);
+        if (node.form == Form::Branch) {
+            if (const Edge* edge = FindEdge(node, *rest)) {
+                at = edge->child;
+            } else {
+                const Index child = NewNode();
+                AddEdge(node, *rest, child);
+                at = child;
             }
-            node = found->second.get();
             ++rest;
             continue;
         }
-        std::u16string& run = node->text;
-        const std::size_t n = CommonLength(run, rest);
-        if (n == run.size() && n > 0) {  // the whole run matches: go on behind it
-            node = node->next.get();
+        if (node.form == Form::Leaf) {  // the rest of the key becomes its run
+            const Index leaf = NewNode();
+            const auto first = static_cast<Index>(units.size());
+            units.insert(units.end(), rest, rest + std::char_traits<char16_t>::length(rest));
+            At(leaf).value = value;
+            node.first = first;
+            node.count = static_cast<Index>(units.size()) - first;
+            node.link = leaf;
+            node.form = Form::Run;
+            return 0;
+        }
+        const Index n = CommonLength(units.data() + node.first, node.count, rest);
+        if (n == node.count) {  // the whole run matches: go on behind it
+            at = node.link;
             rest += n;
             continue;
         }
-        if (n == 0 && run.empty()) {  // a leaf: the rest of the key becomes its run
-            auto leaf = std::make_unique<Node>();
-            leaf->value = value;
-            run.assign(rest);
-            node->next = std::move(leaf);
-            return 0;
-        }
         if (rest[n] == 0) {  // the key ends inside the run: split the run at its end
-            auto tail = std::make_unique<Node>();
-            tail->value = value;
-            tail->text = run.substr(n);
-            tail->next = std::move(node->next);
-            node->next = std::move(tail);
-            run.resize(n);
+            const Index tail = NewNode();
+            At(tail) = Node{value, node.first + n, node.count - n, node.link, Form::Run};
+            node.count = n;
+            node.link = tail;
             return 0;
         }
         // The texts differ at n: a branch node there leads on to the run's
-        // remainder and to a new leaf for the key. Everything that can fail to
-        // allocate happens before the old link moves.
-        auto branches = std::make_unique<Branches>();
-        std::unique_ptr<Node>& oldSide = (*branches)[run[n]];
-        std::unique_ptr<Node>& newSide = (*branches)[rest[n]];
-        newSide = std::make_unique<Node>();
-        std::unique_ptr<Node>* remainderLink = &oldSide;
-        if (n + 1 < run.size()) {
-            oldSide = std::make_unique<Node>();
-            oldSide->text = run.substr(n + 1);
-            remainderLink = &oldSide->next;
+        // remainder and to a new leaf for the key. The unit at n goes to the
+        // branch; the node keeps the units before it, a new run those after.
+        const Index newSide = NewNode();
+        Index remainder = node.link;
+        if (n + 1 < node.count) {
+            remainder = NewNode();
+            At(remainder) =
+                Node{Value{}, node.first + n + 1, node.count - n - 1, node.link, Form::Run};
         }
-        std::unique_ptr<Node> branchNode;
-        if (n > 0) branchNode = std::make_unique<Node>();
-        *remainderLink = std::move(node->next);
-        if (branchNode) {
-            branchNode->branches = std::move(branches);
-            node->next = std::move(branchNode);
-            run.resize(n);
-        } else {
-            run.clear();
-            node->branches = std::move(branches);
+        const Index branch = n > 0 ? NewNode() : at;
+        const auto first = static_cast<Index>(edges.size());
+        const Edge oldSide{units[node.first + n], remainder};
+        const Edge newEdge{rest[n], newSide};
+        edges.push_back(oldSide.unit < newEdge.unit ? oldSide : newEdge);
+        edges.push_back(oldSide.unit < newEdge.unit ? newEdge : oldSide);
+        if (branch != at) {
+            node.count = n;
+            node.link = branch;
         }
-        node = newSide.get();
+        At(branch) = Node{branch == at ? node.value : Value{}, first, 2, 2, Form::Branch};
+        at = newSide;
         rest += n + 1;
     }
-    if (node->value != Value{} && !replace) return 1;
-    node->value = value;
+    Node& node = At(at);
+    if (node.value != Value{} && !replace) return 1;
+    node.value = value;
     return 0;
 }
 
 template <typename Value>
 int RadixTree<Value>::Erase(const char16_t* text) {
-    if (text == nullptr) return 1;
+    if (text == nullptr || nodeCount == 0) return 1;
     bool erased = false;
-    Unbind(root, text, erased);
+    Unbind(0, text, erased);
     return erased ? 0 : 1;
 }
 
-// Unbinds the key `rest` below node. Returns true when node has become a leaf
-// without a value, which its parent may then release.
+// Unbinds the key `rest` below node `at`. Returns true when that node has
+// become a leaf without a value, which its parent then releases.
 template <typename Value>
-bool RadixTree<Value>::Unbind(Node& node, const char16_t* rest, bool& erased) {
+bool RadixTree<Value>::Unbind(Index at, const char16_t* rest, bool& erased) {
+    Node& node = At(at);
     if (*rest == 0) {
         erased = node.value != Value{};
         node.value = Value{};
-    } else if (node.branches) {
-        const auto found = node.branches->find(*rest);
-        if (found == node.branches->end()) return false;
-        if (Unbind(*found->second, rest + 1, erased)) {
-            node.branches->erase(found);
-            if (node.branches->empty()) node.branches.reset();
+    } else if (node.form == Form::Branch) {
+        const Edge* found = FindEdge(node, *rest);
+        if (found == nullptr) return false;
+        if (Unbind(found->child, rest + 1, erased)) {
+            Release(found->child);
+            const auto edge = edges.begin() + (found - edges.data());
+            std::copy(edge + 1, edges.begin() + node.first + node.count, edge);
+            if (--node.count == 0) {
+                if (node.first + node.link == edges.size()) edges.resize(node.first);
+                node.form = Form::Leaf;
+            }
+        }
+    } else if (node.form == Form::Run) {
+        if (CommonLength(units.data() + node.first, node.count, rest) < node.count) return false;
+        if (Unbind(node.link, rest + node.count, erased)) {
+            Release(node.link);
+            if (node.first + node.count == units.size()) units.resize(node.first);
+            node.count = 0;
+            node.form = Form::Leaf;
         }
     } else {
-        const std::size_t length = node.text.size();
-        if (length == 0 || CommonLength(node.text, rest) < length) return false;
-        if (Unbind(*node.next, rest + length, erased)) {
-            node.next.reset();
-            node.text.clear();
-        }
+        return false;
     }
-    return node.value == Value{} && node.text.empty() && !node.branches;
+    return node.value == Value{} && node.form == Form::Leaf;
 }
 
 template <typename Value>
 Value RadixTree<Value>::FindLongest(const char16_t* text, std::size_t* matched) const {
-    if (text == nullptr) return Value{};
+    if (text == nullptr || nodeCount == 0) return Value{};
     Value best{};
-    const Node* node = &root;
+    const Node* node = &At(0);
     std::size_t count = 0;
     for (;;) {
         if (node->value != Value{}) {
             best = node->value;
             if (matched != nullptr) *matched = count;
         }
-        if (text[count] == 0) break;
-        if (node->branches) {
-            const auto found = node->branches->find(text[count]);
-            if (found == node->branches->end()) break;
-            node = found->second.get();
+        const char16_t unit = text[count];
+        if (unit == 0) break;
+        if (node->form == Form::Branch) {
+            const Edge* edge = FindEdge(*node, unit);
+            if (edge == nullptr) break;
+            node = &At(edge->child);
             ++count;
-        } else {
-            const std::size_t length = node->text.size();
-            if (length == 0 || CommonLength(node->text, text + count) < length) break;
-            node = node->next.get();
+        } else if (node->form == Form::Run) {
+            const Index length = node->count;
+            if (CommonLength(units.data() + node->first, length, text + count) < length) break;
+            node = &At(node->link);
             count += length;
+        } else {
+            break;
         }
     }
     return best;
