@@ -5,12 +5,14 @@
 #include <string>
 
 #include "mensura/mensura.hpp"
+#include "support/narrow.h"
 #include "support/same_bits.h"
 
 namespace {
 
 using Mensura::ErrorCode;
 using Mensura::Formatter;
+using MensuraTest::Narrow;
 using MensuraTest::SameBits;
 
 constexpr int kMeter = 0x2001;
@@ -18,12 +20,6 @@ constexpr int kInch = 0x2016;
 constexpr int kSecond = 0x2C001;
 constexpr int kKilogram = 0x5001;
 constexpr int kNewton = 0x17001;
-
-std::string Narrow(const std::u16string& text) {
-    std::string out;
-    for (char16_t unit : text) out += unit < 0x80 ? static_cast<char>(unit) : '?';
-    return out;
-}
 
 struct Row {
     std::u16string text;

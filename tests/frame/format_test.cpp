@@ -6,11 +6,13 @@
 #include <vector>
 
 #include "mensura/mensura.hpp"
+#include "support/narrow.h"
 
 namespace {
 
 using Mensura::ErrorCode;
 using Mensura::Formatter;
+using MensuraTest::Narrow;
 
 constexpr int kMeter = 0x2001;
 constexpr int kInch = 0x2016;
@@ -30,12 +32,6 @@ Rendered Render(const Formatter& formatter, double value, int unit, int symbol =
         formatter.Format(value, unit, buffer.data(), size, symbol, &rendered.converted);
     if (rendered.result == ErrorCode::Success) rendered.text = buffer.data();
     return rendered;
-}
-
-std::string Narrow(const std::u16string& text) {
-    std::string out;
-    for (char16_t unit : text) out += unit < 0x80 ? static_cast<char>(unit) : '?';
-    return out;
 }
 
 TEST(Format, RendersTheNumberAndTheSymbol) {

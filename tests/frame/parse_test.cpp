@@ -9,12 +9,14 @@
 #include <vector>
 
 #include "mensura/mensura.hpp"
+#include "support/narrow.h"
 #include "support/same_bits.h"
 
 namespace {
 
 using Mensura::ErrorCode;
 using Mensura::Formatter;
+using MensuraTest::Narrow;
 using MensuraTest::SameBits;
 
 constexpr int kMeter = 0x2001;
@@ -23,12 +25,6 @@ constexpr int kSquareMeter = 0x3001;
 constexpr int kKilogram = 0x5001;
 constexpr int kNewton = 0x17001;
 constexpr double kUntouched = -12345.0;
-
-std::string Narrow(const char16_t* text) {
-    std::string out;
-    for (; *text != 0; ++text) out += *text < 0x80 ? static_cast<char>(*text) : '?';
-    return out;
-}
 
 struct Accepted {
     const char16_t* text;
