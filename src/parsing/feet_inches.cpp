@@ -10,6 +10,8 @@ namespace Mensura {
 
 namespace {
 
+constexpr int kAngleMinute = 0x8008;
+
 bool Classify(const Dimensions& dimensions, Marks& marks) {
     const int group = UnitCatalog::Instance().FindGroupByDimensions(dimensions);
     if (group == 0x2000) {
@@ -17,7 +19,7 @@ bool Classify(const Dimensions& dimensions, Marks& marks) {
     } else if (group == 0x2C000) {
         marks = {60.0, 0x2C016, 0x2C001};
     } else if (SameDimensions(dimensions, Dimensions{})) {
-        marks = {60.0, 0x8008, 0x8009};
+        marks = {60.0, kAngleMinute, 0x8009};
     } else {
         return false;
     }
@@ -130,8 +132,15 @@ int PrimeSymbol::Read(SymbolList& list, SymbolList::iterator& position, const Ma
         }
         q = numerator->value / a->value;
     }
-    // A letter behind an angle belongs to the bearings, which read it themselves.
-    if (IsLetter(list, x) && marks.large == 0x8008) return 1;
+    if (IsLetter(list, x) && marks.large == kAngleMinute) {
+        // Minutes of a bearing go on to the letter in seconds of arc; a length
+        // or a time drops the letter.
+        if (before != list.begin()) return 1;
+        list.Replace<NumberSymbol>(before, q * 60.0, 0u);
+        list.Replace<DoublePrimeSymbol>(prime);
+        position = x;
+        return 0;
+    }
     return Finish(list, position, q, marks.large, dimensions);
 }
 
@@ -139,7 +148,8 @@ int DoublePrimeSymbol::Read(SymbolList& list, SymbolList::iterator& position, co
                             const Dimensions& dimensions) const {
     const SymbolList::iterator mark = position;
     const SymbolList::iterator behind = mark.next();
-    if (behind != list.end()) return 1;  // the letters of a bearing read their own lines
+    const bool letter = IsLetter(list, behind);
+    if (behind != list.end() && !letter) return 1;
 
     // The numbers before the mark: b | a b | n / d | w n / d | a w n / d.
     const NumberSymbol* numbers[4] = {};
@@ -180,6 +190,13 @@ int DoublePrimeSymbol::Read(SymbolList& list, SymbolList::iterator& position, co
             const double f = std::fabs(numbers[1]->value) + std::fabs(n.value) / d;
             total = IsMinus(*numbers[0]) ? numbers[0]->value - f : numbers[0]->value + f;
         }
+    }
+    if (letter) {
+        // Seconds of arc for the letter of a bearing, which has the last word.
+        list.Replace<NumberSymbol>(list.begin(), total, 0u);
+        list.Erase(list.begin().next(), mark);
+        position = behind;
+        return 0;
     }
     return Finish(list, position, total, marks.small, dimensions);
 }

@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "formatting/format_symbol.h"
+#include "parsing/angles.h"
 #include "parsing/feet_inches.h"
 #include "parsing/operators.h"
 #include "units/unit_catalog.h"
@@ -193,6 +194,12 @@ private:
         AddOperator<DashSymbol>(
             {u"\u2010", u"\u2012", u"\u2013", u"\u2014", u"\u2015", u"\u002D", u"\u2043"});
         AddOperator<CaretSymbol>({u"^"});
+        AddOperator<DegreeSymbol>({u"°"});
+        AddOperator<NorthSymbol>({u"N"});
+        AddOperator<EastSymbol>({u"E"});
+        AddOperator<SouthSymbol>({u"S"});
+        AddOperator<WestSymbol>({u"W"});
+        AddOperator<DSymbol>({u"d"});
     }
 
     template <typename Operator>

@@ -41,6 +41,40 @@ TEST(Vocabulary, EnglishRegistrationMakesItsPublishedInsertCalls) {
     EXPECT_EQ(english.furtherKeys, 900);
 }
 
+TEST(Vocabulary, OperatorsComeFirstAndHoldAllTheirKeys) {
+    const DictionaryCounts& operators = Catalog().OperatorCounts();
+    EXPECT_EQ(operators.calls, 34);
+    EXPECT_EQ(operators.accepted, 34);
+    // What each language keeps after the operators and the earlier holders.
+    EXPECT_EQ(Catalog().LanguageCounts(0).accepted, 2708);
+    const int calls =
+        operators.calls + Catalog().LanguageCounts(0).calls + Catalog().LanguageCounts(1).calls;
+    const int keys = operators.accepted + Catalog().LanguageCounts(0).accepted +
+                     Catalog().LanguageCounts(1).accepted;
+    EXPECT_EQ(calls, 5416);
+    EXPECT_EQ(keys, 3833);
+    EXPECT_EQ(calls - keys, 1583);
+}
+
+TEST(Dictionary, UnitTextsThatOperatorsHoldReadAsTheOperators) {
+    // These symbols render with the text, but reading it finds the operator.
+    const int places[] = {Id(2, 22, 4),  Id(44, 1, 4), Id(8, 9, 3),   Id(2, 23, 3),
+                          Id(44, 22, 3), Id(8, 8, 5),  Id(44, 24, 2), Id(8, 2, 2),
+                          Id(23, 1, 2),  Id(29, 1, 2), Id(39, 1, 2)};
+    for (int language = 0; language < 2; ++language) {
+        for (int place : places) {
+            const auto* symbol =
+                dynamic_cast<const IFormatSymbol*>(Catalog().FindSymbol(place, language));
+            ASSERT_NE(symbol, nullptr) << std::hex << place;
+            std::size_t matched = 0;
+            const IParseSymbol* found = Lookup(symbol->GetText(), &matched);
+            ASSERT_NE(found, nullptr);
+            EXPECT_EQ(found->AsOperand(), nullptr) << std::hex << place;
+            EXPECT_NE(found, Reader(place, language));
+        }
+    }
+}
+
 TEST(Vocabulary, ChineseRegistrationMakesItsPublishedInsertCalls) {
     const DictionaryCounts& chinese = Catalog().LanguageCounts(1);
     EXPECT_EQ(chinese.calls, 2649);
