@@ -39,3 +39,10 @@ void BM_ParseFeetAndInches(benchmark::State& state) {
 BENCHMARK(BM_ParseFeetAndInches);
 
 }  // namespace
+
+namespace {
+
+void BM_ParseBearing(benchmark::State& state) { ParseLoop(state, u"N 45°30′ E", 0x8002); }
+BENCHMARK(BM_ParseBearing);
+
+}  // namespace
