@@ -29,8 +29,8 @@ ErrorCode FormatterImpl::Format(double value, const Dimensions& dims, char16_t* 
     const UnitCatalog& catalog = UnitCatalog::Instance();
     const int request = symbol != 0 ? symbol : catalog.FindGroupByDimensions(dims);
     const int resolved = ResolveSymbol(request);
-    const auto* renderer =
-        dynamic_cast<const IFormatSymbol*>(catalog.FindSymbol(resolved, languageIndex));
+    const ISymbol* found = catalog.FindSymbol(resolved, languageIndex);
+    const IFormatSymbol* renderer = found != nullptr ? found->AsFormat() : nullptr;
     if (renderer == nullptr) return ErrorCode::Failure;
     const std::int64_t result = renderer->Render(value, dims, buffer, size, *this);
     if (result < 0) return static_cast<ErrorCode>(-result);

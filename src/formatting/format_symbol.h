@@ -25,6 +25,7 @@ class FormatterImpl;
 
 class IFormatSymbol : public virtual ISymbol {
 public:
+    const IFormatSymbol* AsFormat() const override { return this; }
     // Writes value, in base units of dims, with this symbol.
     virtual std::int64_t Render(double value, const Dimensions& dims, char16_t* buffer,
                                 std::size_t size, const FormatterImpl& settings) const = 0;
@@ -122,6 +123,8 @@ public:
     int Evaluate(SymbolList& list, SymbolList::iterator& position, bool firstPass,
                  const Dimensions& dimensions) const override;
     ParseKind Kind() const override { return ParseKind::Linear; }
+    // The unit type of the absolute temperature that the symbol names.
+    int ScaleUnit() const { return scaleUnit; }
 
 protected:
     const UnitConverter& NumberConverter() const override;

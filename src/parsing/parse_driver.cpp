@@ -55,8 +55,8 @@ ErrorCode FormatterImpl::ParseToBase(const char16_t* text, double& value,
             return ErrorCode::ParseFailure;
         }
         const int target = group != 0 ? group : catalog.FindGroupByDimensions(dimensions);
-        const auto* symbol = dynamic_cast<const IParseSymbol*>(
-            catalog.FindSymbol(ResolveSymbol(target), languageIndex));
+        const ISymbol* found = catalog.FindSymbol(ResolveSymbol(target), languageIndex);
+        const IParseSymbol* symbol = found != nullptr ? found->AsParse() : nullptr;
         if (symbol == nullptr) return ErrorCode::Failure;
         list.PushBack(symbol);
         if (EvaluateList(list, dimensions) != 0) return ErrorCode::ParseFailure;

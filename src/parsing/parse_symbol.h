@@ -18,11 +18,16 @@ namespace Mensura {
 class OperandSymbol;
 class OperatorSymbol;
 class NumberSymbol;
+class IParseSymbol;
+class IFormatSymbol;
 
-// The root of every symbol, reached once through any number of paths.
+// The root of every symbol, reached once through any number of paths. It
+// tells its two faces without a cross-cast through the virtual base.
 class ISymbol {
 public:
     virtual ~ISymbol() = default;
+    virtual const IParseSymbol* AsParse() const { return nullptr; }
+    virtual const IFormatSymbol* AsFormat() const { return nullptr; }
 };
 
 // Which concrete class a parse symbol is. Neighbours in a list ask this, and
@@ -54,6 +59,7 @@ enum class ParseKind : std::uint8_t {
 
 class IParseSymbol : public virtual ISymbol {
 public:
+    const IParseSymbol* AsParse() const override { return this; }
     // Rewrites the list around `position`, which it leaves on a live element
     // or at the end: there the engine goes on. 0 to go on, else a refusal.
     virtual int Evaluate(SymbolList& list, SymbolList::iterator& position, bool firstPass,

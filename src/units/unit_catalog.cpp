@@ -76,7 +76,8 @@ ErrorCode UnitCatalog::CopyDisplayName(int id, char16_t* buffer, std::size_t siz
     } else {
         // A unit type stands for its first symbol, the spelled-out name.
         if ((bits & UnitId::TypeMask) != 0 && (bits & UnitId::SymbolMask) == 0) id |= 1 << 20;
-        const auto* symbol = dynamic_cast<const IFormatSymbol*>(FindSymbol(id, language));
+        const ISymbol* found = FindSymbol(id, language);
+        const IFormatSymbol* symbol = found != nullptr ? found->AsFormat() : nullptr;
         if (symbol == nullptr) return ErrorCode::Failure;
         text = symbol->GetText();
     }
