@@ -38,4 +38,17 @@ void BM_FormatCelsius(benchmark::State& state) {
 }
 BENCHMARK(BM_FormatCelsius);
 
+// 66.25 in as 5′6 1/4″: four whole numbers, a fraction chosen by the decimal
+// digits and reduced.
+void BM_FormatFeetInchesFraction(benchmark::State& state) {
+    FormatLoop(state, 66.25, 0x2016, 0x702016);
+}
+BENCHMARK(BM_FormatFeetInchesFraction);
+
+// 30.25° as the bearing N 59°45′ E.
+void BM_FormatBearing(benchmark::State& state) {
+    FormatLoop(state, 30.25, 0x8002, 0x508002);
+}
+BENCHMARK(BM_FormatBearing);
+
 }  // namespace

@@ -42,7 +42,29 @@ BENCHMARK(BM_ParseFeetAndInches);
 
 namespace {
 
-void BM_ParseBearing(benchmark::State& state) { ParseLoop(state, u"N 45°30′ E", 0x8002); }
+void BM_ParseBearing(benchmark::State& state) {
+    ParseLoop(state, u"N 45°30′ E", 0x8002);
+}
 BENCHMARK(BM_ParseBearing);
+
+}  // namespace
+
+namespace {
+
+// "5 ft 6 1/4 in" through the caller's string "{0} ft {1} in" on the symbol
+// x′x x/2″: the custom pass reads it, in its form with a whole number and a
+// fraction, before the general scan.
+void BM_ParseThroughSymbolString(benchmark::State& state) {
+    Mensura::Formatter formatter;
+    formatter.SetSymbolFormattingString(0x702016, u"{0} ft {1} in");
+    double value = 0.0;
+    const std::size_t before = MensuraBench::AllocationCount();
+    for (auto _ : state) {
+        benchmark::DoNotOptimize(formatter.Parse(u"5 ft 6 1/4 in", value, 0x2016));
+        benchmark::DoNotOptimize(value);
+    }
+    MENSURA_REPORT_ALLOCATIONS(state, before);
+}
+BENCHMARK(BM_ParseThroughSymbolString);
 
 }  // namespace

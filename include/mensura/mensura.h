@@ -58,7 +58,11 @@ MENSURA_API void DestroyFormatter(MensuraFormatter* formatter);
 /* Reads or changes one number setting, chosen by selector 0 to 16. */
 MENSURA_API int FormatterNumberSetting(MensuraFormatter* formatter, int selector, void* data,
                                        size_t size);
-/* Reads, sets or removes a symbol's formatting or parsing string (selector 0 to 3). */
+/* Reads, sets or removes a symbol's formatting or parsing string: selector 1
+ * reads the formatting string into data of size units, 2 sets it from data, 3
+ * reads the parsing string, 4 sets it; an empty text removes. 1 for a null
+ * formatter or data and for any other selector; else as the members of
+ * Formatter in mensura.hpp. */
 MENSURA_API int FormatterSymbolStringSetting(MensuraFormatter* formatter, int selector, int symbol,
                                              MensuraChar16* data, size_t size);
 
@@ -82,6 +86,20 @@ MENSURA_API size_t GetUnitSymbols(int id, int* ids);
  * locale: "Length", "meter", "m"; 1 for a null buffer, an unknown id, or a size
  * not above the name's length. Safe to call from several threads at once. */
 MENSURA_API int GetDisplayName(int locale, int id, MensuraChar16* buffer, size_t size);
+
+/* Looking a unit up by its text ------------------------------------------ */
+
+/* An extension of the flat functions: the unit type whose symbol reads the
+ * whole of text. When text, all of it, is a key of the parse dictionary held
+ * by a unit symbol ("ft", "metre", "m²", "米", "degree Celsius"), writes that
+ * symbol's unit type id (group and type, no symbol number) to *unit and
+ * returns 0. Returns 1, with *unit left alone, for a key held by an operator
+ * ("/", the prime), a text of which only a beginning is a key ("ftx"), an
+ * unknown or empty text, and a null text or unit. Keys are compared exactly,
+ * case included. Allocates nothing and reads only the catalogue, which never
+ * changes once the library is loaded: safe to call from several threads at
+ * once. */
+MENSURA_API int FindUnit(const MensuraChar16* text, int* unit);
 
 #ifdef __cplusplus
 }

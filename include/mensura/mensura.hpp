@@ -202,6 +202,38 @@ public:
     // names a unit type.
     ErrorCode SetDefaultUnit(int id);
 
+    // Symbol strings: a caller's own look for one symbol, literal text with
+    // numbered placeholders, "{0} ft {1} in". A placeholder stands for one
+    // number of the symbol's rendering and names it, whatever its position:
+    // "{1} in {0} ft" writes the inches first. Write "{{" and "}}" for a brace.
+    // A placeholder holds digits and nothing else, and two of them need text
+    // between them. The symbol fixes how many there are: one for a plain
+    // symbol and for "x x/2″", two for the other feet-and-inches and minutes-
+    // and-seconds patterns, three for degrees, minutes and seconds.
+    //
+    // `symbol` is a complete symbol id, as Format resolves it. Format renders
+    // that symbol through its formatting string, only the string's text around
+    // the numbers; Parse tries the strings of both kinds before anything
+    // else, and a text that one of them reads gives its value, or
+    // ParseFailure when it measures another quantity. A string on a pattern
+    // with fractions also reads "5 ft 1/4 in" and "5 ft 6 1/4 in".
+    //
+    // Setting: a null or empty text removes the string (Success, also when
+    // there is none); the text already stored changes nothing. Failure, with
+    // everything as it was, for an id that names no symbol, a malformed text,
+    // the wrong number of placeholders or a number repeated or out of range,
+    // and for a text whose literal parts another string of this formatter
+    // already has, of either kind and on any symbol: those would read alike.
+    // A string cannot be the formatting and the parsing string of a symbol at
+    // once. Rendering through a string on a bearing symbol always fails.
+    ErrorCode SetSymbolFormattingString(int symbol, const char16_t* text);
+    ErrorCode SetSymbolParsingString(int symbol, const char16_t* text);
+    // Copies the stored text with its terminator. NotSet when there is none;
+    // Failure, with the buffer left as it was, for a null buffer or a size
+    // not above the text's length.
+    ErrorCode GetSymbolFormattingString(int symbol, char16_t* buffer, size_t size) const;
+    ErrorCode GetSymbolParsingString(int symbol, char16_t* buffer, size_t size) const;
+
     // The symbol ids of a unit type, symbol 1 (the spelled-out name) first.
     // Returns the count, 0 unless id holds a group and a type; writes the ids
     // when ids is not null.
@@ -210,6 +242,10 @@ public:
     // language. Failure for a null buffer, an unknown id, or a size not above
     // the name's length (the buffer is then left as it was).
     ErrorCode GetDisplayName(int id, char16_t* buffer, size_t size) const;
+
+    // The unit type named by the whole of text, as FindUnit in mensura.h:
+    // Success with unit written, or Failure with unit left alone.
+    static ErrorCode FindUnit(const char16_t* text, int& unit);
 
 private:
     // Reads text as a value in base units of `dimensions`; a bare number takes

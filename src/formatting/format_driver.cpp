@@ -1,4 +1,5 @@
 // Which symbol renders a value, and what its result means to the caller.
+#include "formatting/custom_symbol.h"
 #include "formatting/format_symbol.h"
 #include "frame/formatter_impl.h"
 #include "units/unit_catalog.h"
@@ -29,8 +30,15 @@ ErrorCode FormatterImpl::Format(double value, const Dimensions& dims, char16_t* 
     const UnitCatalog& catalog = UnitCatalog::Instance();
     const int request = symbol != 0 ? symbol : catalog.FindGroupByDimensions(dims);
     const int resolved = ResolveSymbol(request);
-    const ISymbol* found = catalog.FindSymbol(resolved, languageIndex);
-    const IFormatSymbol* renderer = found != nullptr ? found->AsFormat() : nullptr;
+    // A formatting string of the resolved symbol renders in the catalogue's place.
+    const IFormatSymbol* renderer = nullptr;
+    if (const auto custom = formatSymbolStrings.find(resolved);
+        custom != formatSymbolStrings.end()) {
+        const CustomSymbolList& symbols = custom->second.symbols;
+        if (!symbols.empty()) renderer = symbols.front().get();
+    } else if (const ISymbol* found = catalog.FindSymbol(resolved, languageIndex)) {
+        renderer = found->AsFormat();
+    }
     if (renderer == nullptr) return ErrorCode::Failure;
     const std::int64_t result = renderer->Render(value, dims, buffer, size, *this);
     if (result < 0) return static_cast<ErrorCode>(-result);

@@ -1,5 +1,6 @@
 #include "formatting/format_symbol.h"
 
+#include "formatting/custom_symbol.h"
 #include "frame/formatter_impl.h"
 #include "units/unit_catalog.h"
 
@@ -41,6 +42,13 @@ int NumberedSymbol::ParsePart(SymbolList& list, int form) const {
     const SymbolList::iterator head = list.begin();
     if (head.symbol()->AsNumber() == nullptr) return 1;
     return MakeResult(list, head, NumberConverter());
+}
+
+int NumberedSymbol::MakeCustomSymbols(CustomSymbolList& out,
+                                      const std::vector<std::u16string>& literals,
+                                      const std::vector<int>& indices) const {
+    out.clear();
+    return AppendCustomSymbol(out, this, literals, indices, 0);
 }
 
 const UnitConverter& GenericSymbol::GetConverter() const {

@@ -14,7 +14,10 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <memory>
+#include <string>
 #include <string_view>
+#include <vector>
 
 #include "parsing/parse_symbol.h"
 #include "units/dimensions.h"
@@ -22,6 +25,11 @@
 namespace Mensura {
 
 class FormatterImpl;
+class CustomSymbol;
+
+// What MakeCustomSymbols builds: the objects of one symbol string, the one of
+// form 0 first.
+using CustomSymbolList = std::vector<std::unique_ptr<CustomSymbol>>;
 
 class IFormatSymbol : public virtual ISymbol {
 public:
@@ -39,6 +47,13 @@ public:
     // The highest part number that a symbol string of this form must use; -1
     // when the form does not exist.
     virtual int LastPartIndex(int form) const = 0;
+    // Builds into `out`, which it clears first, the objects through which a
+    // symbol string of this symbol renders and reads: `literals` and `indices`
+    // as SplitSymbolString gave them. 0, or non-zero with `out` empty when the
+    // string does not fit the symbol.
+    virtual int MakeCustomSymbols(CustomSymbolList& out,
+                                  const std::vector<std::u16string>& literals,
+                                  const std::vector<int>& indices) const = 0;
     // The display text, owned by the symbol.
     virtual const char16_t* GetText() const = 0;
 };
@@ -77,6 +92,9 @@ public:
                             std::size_t size, const FormatterImpl& settings) const override;
     int ParsePart(SymbolList& list, int form) const override;
     int LastPartIndex(int form) const override { return form == 0 ? 0 : -1; }
+    // One object of form 0.
+    int MakeCustomSymbols(CustomSymbolList& out, const std::vector<std::u16string>& literals,
+                          const std::vector<int>& indices) const override;
 
 protected:
     using SimpleFormatSymbol::SimpleFormatSymbol;

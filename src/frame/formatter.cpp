@@ -136,6 +136,22 @@ ErrorCode Formatter::SetDefaultUnit(int id) {
     return m_impl->SetDefaultUnit(id);
 }
 
+ErrorCode Formatter::SetSymbolFormattingString(int symbol, const char16_t* text) {
+    return m_impl->SetSymbolFormattingString(symbol, text);
+}
+
+ErrorCode Formatter::SetSymbolParsingString(int symbol, const char16_t* text) {
+    return m_impl->SetSymbolParsingString(symbol, text);
+}
+
+ErrorCode Formatter::GetSymbolFormattingString(int symbol, char16_t* buffer, size_t size) const {
+    return m_impl->GetSymbolFormattingString(symbol, buffer, size);
+}
+
+ErrorCode Formatter::GetSymbolParsingString(int symbol, char16_t* buffer, size_t size) const {
+    return m_impl->GetSymbolParsingString(symbol, buffer, size);
+}
+
 size_t Formatter::GetUnitSymbols(int id, int* const ids) {
     return UnitCatalog::Instance().ListUnitSymbols(id, ids);
 }
@@ -171,6 +187,14 @@ enum NumberSetting : int {
     SetGroupSizes = 14,
     GetPositiveSign = 15,
     SetPositiveSign = 16,
+};
+
+// Selectors of FormatterSymbolStringSetting.
+enum SymbolStringSetting : int {
+    GetFormattingString = 1,
+    SetFormattingString = 2,
+    GetParsingString = 3,
+    SetParsingString = 4,
 };
 
 int Result(ErrorCode code) {
@@ -261,6 +285,22 @@ int FormatterNumberSetting(MensuraFormatter* formatter, int selector, void* data
         case SetPositiveSign:
             formatter->SetPositiveSign(text);
             return Result(ErrorCode::Success);
+    }
+    return Result(ErrorCode::Failure);
+}
+
+int FormatterSymbolStringSetting(MensuraFormatter* formatter, int selector, int symbol,
+                                 MensuraChar16* data, size_t size) {
+    if (formatter == nullptr || data == nullptr) return Result(ErrorCode::Failure);
+    switch (selector) {
+        case GetFormattingString:
+            return Result(formatter->GetSymbolFormattingString(symbol, data, size));
+        case SetFormattingString:
+            return Result(formatter->SetSymbolFormattingString(symbol, data));
+        case GetParsingString:
+            return Result(formatter->GetSymbolParsingString(symbol, data, size));
+        case SetParsingString:
+            return Result(formatter->SetSymbolParsingString(symbol, data));
     }
     return Result(ErrorCode::Failure);
 }

@@ -11,6 +11,7 @@
 #include <string>
 #include <vector>
 
+#include "formatting/custom_symbol.h"
 #include "mensura/mensura.hpp"
 #include "units/dimensions.h"
 #include "vocabulary/radix_tree.h"
@@ -38,9 +39,11 @@ constexpr int Exponent = 60;
 // it for both.
 using NumberTokenTree = RadixTree<int>;
 
-// A symbol string set by the caller.
+// A symbol string set by the caller: the text as given, and the objects made
+// from it, which the entry owns; the one of form 0, which renders, first.
 struct SymbolStringEntry {
     std::u16string text;
+    CustomSymbolList symbols;
 };
 
 class FormatterImpl {
@@ -100,9 +103,12 @@ public:
     // units written plus 1, so the caller goes on writing at the result minus
     // 1; or -1 when buffer is null, capacity is 0, the style is unknown or the
     // text does not fit (the digits need room for a sign and a terminator
-    // besides: 1.00 needs a capacity of 6).
-    std::int64_t RenderNumber(double value, char16_t* buffer, std::size_t capacity,
-                              unsigned mode) const;
+    // besides: 1.00 needs a capacity of 6). `decimals`, when not negative,
+    // takes the place of the decimal digits setting for this one number;
+    // WholeNumber still wins over it. The settings never change.
+    static constexpr int kSettingsDecimals = -1;
+    std::int64_t RenderNumber(double value, char16_t* buffer, std::size_t capacity, unsigned mode,
+                              int decimals = kSettingsDecimals) const;
 
     // Renders value, in `unit`, with the symbol that the request `symbol`
     // resolves to (0: `unit` itself). Failure for an unknown unit or symbol or
@@ -126,6 +132,22 @@ public:
     // Failure unless id names a unit type; a symbol number is dropped.
     ErrorCode SetDefaultUnit(int id);
 
+    // Symbol strings, by the complete symbol id that ResolveSymbol gives at
+    // Format time. A formatting string renders in place of the catalogue's
+    // symbol; strings of both kinds read back in Parse, before the general
+    // scan. A null or empty text removes the string (Success, also when there
+    // is none); the text already stored changes nothing. Failure, with
+    // everything as it was, for an id that names no symbol, a malformed text,
+    // one with the wrong placeholders for the symbol, or one whose literals
+    // another string of this formatter already has.
+    ErrorCode SetSymbolFormattingString(int symbol, const char16_t* text);
+    ErrorCode SetSymbolParsingString(int symbol, const char16_t* text);
+    // Copies the stored text with its terminator. NotSet without a string;
+    // Failure, buffer untouched, for a null buffer or a size not above the
+    // text's length.
+    ErrorCode GetSymbolFormattingString(int symbol, char16_t* buffer, std::size_t size) const;
+    ErrorCode GetSymbolParsingString(int symbol, char16_t* buffer, std::size_t size) const;
+
     // Reads text into value, in `unit`. ParseFailure for an unknown unit or a
     // text that does not read as a value of that unit; value is written only
     // on success.
@@ -141,6 +163,18 @@ public:
     std::int64_t ScanNumber(const char16_t* text, double* value, std::uint32_t* flags) const;
 
 private:
+    using SymbolStrings = std::map<int, SymbolStringEntry>;  // by symbol id
+
+    // The body of both setters, on one of the two maps.
+    ErrorCode SetSymbolString(SymbolStrings& strings, int symbol, const char16_t* text);
+    // The custom pass of a parse: reads the text through customDictionary,
+    // behind the numbers of `leading` that stand at its start; `rest` is
+    // the text behind them. Success with value set, ParseFailure when the
+    // text read through a string but not as a value of `dimensions`, and
+    // Failure, with no trace of the pass, when no string reads it.
+    ErrorCode ParseThroughSymbolStrings(SymbolList& leading, const char16_t* rest, double& value,
+                                        const Dimensions& dimensions) const;
+
     // Erases the old text from NumberTokens, stores the new one, and inserts
     // it with code.
     void ReplaceToken(std::u16string& setting, const char16_t* text, int code);
@@ -166,10 +200,12 @@ private:
     // first look for the scanner, which is asked at every place of a text.
     std::array<std::uint64_t, 2> asciiTokenStarts{};
     bool otherTokenStarts = false;
-    std::map<int, SymbolStringEntry> formatSymbolStrings;  // by symbol id
-    std::map<int, SymbolStringEntry> parseSymbolStrings;   // by symbol id
-    std::map<int, int> defaultSymbols;                     // unit type id to symbol id
-    std::map<int, int> defaultUnits;                       // group id to unit type id
+    SymbolStrings formatSymbolStrings;
+    SymbolStrings parseSymbolStrings;
+    // The paths of the objects of both maps; it points into them.
+    CustomDictionary customDictionary;
+    std::map<int, int> defaultSymbols;  // unit type id to symbol id
+    std::map<int, int> defaultUnits;    // group id to unit type id
     int localeId;
     int languageIndex;
     int handles = 0;

@@ -1,5 +1,6 @@
-// From a text to one value: the number scanner, the scan of a text into a list
-// of numbers and symbols, and the reading of the evaluated result.
+// From a text to one value: the number scanner, the pass through the caller's
+// symbol strings, the scan of a text into a list of numbers and symbols, and
+// the reading of the evaluated result.
 #include <cmath>
 
 #include "frame/formatter_impl.h"
@@ -25,12 +26,44 @@ ErrorCode FormatterImpl::ParseInUnit(const char16_t* text, double& value, int un
     return ErrorCode::Success;
 }
 
+namespace {
+
+// The one check of the result's unit against the target: its factor is the
+// value in base units, and ToBase refuses other exponents.
+ErrorCode ReadResult(SymbolList& list, double& value, const Dimensions& dimensions) {
+    const OperandSymbol* result = list.begin().symbol()->AsOperand();
+    if (result == nullptr ||
+        result->GetConverter().ToBase(1.0, value, dimensions) != ErrorCode::Success) {
+        return ErrorCode::ParseFailure;
+    }
+    return ErrorCode::Success;
+}
+
+}  // namespace
+
 ErrorCode FormatterImpl::ParseToBase(const char16_t* text, double& value,
                                      const Dimensions& dimensions, int group) const {
     if (text == nullptr || *text == 0) return ErrorCode::ParseFailure;
     const UnitCatalog& catalog = UnitCatalog::Instance();
     SymbolList list;
     const char16_t* cursor = text;
+
+    // The numbers at the very start, read once for both attempts.
+    while (*cursor != 0) {
+        double number = 0.0;
+        std::uint32_t flags = 0;
+        const std::int64_t length = ScanNumber(cursor, &number, &flags);
+        if (length <= 0) break;
+        list.PushBackNew<NumberSymbol>(number, flags);
+        cursor += length;
+    }
+
+    // The caller's symbol strings come first. Once one of them has read the
+    // text, its result stands, even when it is not a value of `dimensions`.
+    if (!customDictionary.Empty()) {
+        const ErrorCode custom = ParseThroughSymbolStrings(list, cursor, value, dimensions);
+        if (custom != ErrorCode::Failure) return custom;
+    }
 
     // Every place holds a number or a key of the dictionary: numbers first.
     while (*cursor != 0) {
@@ -61,15 +94,42 @@ ErrorCode FormatterImpl::ParseToBase(const char16_t* text, double& value,
         list.PushBack(symbol);
         if (EvaluateList(list, dimensions) != 0) return ErrorCode::ParseFailure;
     }
+    return ReadResult(list, value, dimensions);
+}
 
-    // The one check of the result's unit against the target: its factor is the
-    // value in base units, and ToBase refuses other exponents.
-    const OperandSymbol* result = list.begin().symbol()->AsOperand();
-    if (result == nullptr ||
-        result->GetConverter().ToBase(1.0, value, dimensions) != ErrorCode::Success) {
-        return ErrorCode::ParseFailure;
+ErrorCode FormatterImpl::ParseThroughSymbolStrings(SymbolList& leading, const char16_t* rest,
+                                                   double& value,
+                                                   const Dimensions& dimensions) const {
+    // The work list borrows the leading numbers; what the pass adds, it owns,
+    // and it all goes with the list, so that a failed pass leaves no trace.
+    SymbolList work;
+    for (SymbolList::iterator it = leading.begin(); it != leading.end(); ++it) {
+        work.PushBack(it.symbol());
     }
-    return ErrorCode::Success;
+    const CustomDictionary::Node* node = &customDictionary.Root();
+    std::size_t matched = 0;
+    // A string that begins with a placeholder has an empty first literal.
+    if (!work.empty()) {
+        node = node->FindLongest(u"", &matched);
+        if (node == nullptr) return ErrorCode::Failure;
+    }
+    const char16_t* cursor = rest;
+    while (*cursor != 0) {
+        node = node->FindLongest(cursor, &matched);
+        if (node == nullptr) return ErrorCode::Failure;
+        cursor += matched;
+        if (*cursor == 0) break;
+        double number = 0.0;
+        std::uint32_t flags = 0;
+        const std::int64_t length = ScanNumber(cursor, &number, &flags);
+        if (length <= 0) break;
+        work.PushBackNew<NumberSymbol>(number, flags);
+        cursor += length;
+    }
+    if (*cursor != 0 || node->Symbol() == nullptr) return ErrorCode::Failure;
+    work.PushBack(node->Symbol());
+    if (EvaluateList(work, dimensions) != 0) return ErrorCode::Failure;
+    return ReadResult(work, value, dimensions);
 }
 
 std::int64_t FormatterImpl::ScanNumber(const char16_t* text, double* value,

@@ -90,6 +90,13 @@ public:
 
     bool Owns(iterator position) const { return position.node->owned; }
 
+    // Exchanges the symbols of two elements, each going with its owned flag;
+    // the elements themselves, and iterators to them, stay where they are.
+    void Swap(iterator a, iterator b) {
+        std::swap(a.node->symbol, b.node->symbol);
+        std::swap(a.node->owned, b.node->owned);
+    }
+
 private:
     struct Node {
         Node* previous;

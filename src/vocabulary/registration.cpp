@@ -4,6 +4,8 @@
 #include <memory>
 #include <vector>
 
+#include "formatting/degrees_symbol.h"
+#include "formatting/feet_inches_symbol.h"
 #include "formatting/format_symbol.h"
 #include "parsing/angles.h"
 #include "parsing/feet_inches.h"
@@ -96,6 +98,10 @@ struct SymbolPlace {
     SymbolClass symbolClass;
     int scaleUnit = 0;  // LinearSymbol
     int sizeUnit = 0;
+    bool showFeet = false;  // PrimeDoublePrimeSymbol
+    bool showFraction = false;
+    bool showDash = false;
+    bool isBearing = false;  // DegreePrimeDoublePrimeSymbol
 };
 
 SymbolPlace PlaceOf(int group, int type, int symbol) {
@@ -105,10 +111,24 @@ SymbolPlace PlaceOf(int group, int type, int symbol) {
         return type == 2 ? SymbolPlace{SymbolClass::Linear, 0x2A002, 0x2A001}
                          : SymbolPlace{SymbolClass::Linear, 0x2A003, 0x2A004};
     }
-    if ((group == 2 && type == 22 && symbol >= 5) || (group == 44 && type == 1 && symbol == 5)) {
-        return {SymbolClass::FeetInches};
+    if (group == 2 && type == 22 && symbol >= 5) {
+        // "x′x″", "x′–x″", "x′x x/2″", "x′–x x/2″", "x x/2″"
+        SymbolPlace place{SymbolClass::FeetInches};
+        place.showFeet = symbol != 9;
+        place.showFraction = symbol >= 7;
+        place.showDash = symbol == 6 || symbol == 8;
+        return place;
     }
-    if (group == 8 && type == 2 && symbol >= 4) return {SymbolClass::DegreesMinutesSeconds};
+    if (group == 44 && type == 1 && symbol == 5) {
+        SymbolPlace place{SymbolClass::FeetInches};
+        place.showFeet = true;
+        return place;
+    }
+    if (group == 8 && type == 2 && symbol >= 4) {
+        SymbolPlace place{SymbolClass::DegreesMinutesSeconds};
+        place.isBearing = symbol == 5;
+        return place;
+    }
     return {SymbolClass::Generic};
 }
 
@@ -239,24 +259,28 @@ private:
             const std::uint32_t flags = entry.marks & NoSpace;
             std::unique_ptr<ISymbol> object;
             const IParseSymbol* reader = nullptr;
-            switch (PlaceOf(group, type, symbol).symbolClass) {
+            const SymbolPlace place = PlaceOf(group, type, symbol);
+            switch (place.symbolClass) {
                 case SymbolClass::UnitlessName:
                     object = std::make_unique<GenericSymbolEx>(
                         entry.text, unit, 1u, language == 0 ? u"unitless" : u"无量纲");
                     break;
                 case SymbolClass::Linear: {
-                    const SymbolPlace place = PlaceOf(group, type, symbol);
                     auto linear = std::make_unique<LinearSymbol>(entry.text, place.scaleUnit,
                                                                  place.sizeUnit, flags);
                     reader = linear.get();
                     object = std::move(linear);
                     break;
                 }
+                // The compound patterns render only: they get no key.
                 case SymbolClass::FeetInches:
+                    object = std::make_unique<PrimeDoublePrimeSymbol>(
+                        entry.text, (symbol << 20) | unit, place.showFeet, place.showFraction,
+                        place.showDash);
+                    break;
                 case SymbolClass::DegreesMinutesSeconds:
-                    // The compound patterns render only; until their renderers
-                    // land they stand as plain symbols without keys.
-                    object = std::make_unique<GenericSymbol>(entry.text, unit, flags);
+                    object =
+                        std::make_unique<DegreePrimeDoublePrimeSymbol>(entry.text, place.isBearing);
                     break;
                 case SymbolClass::Generic: {
                     auto generic = std::make_unique<GenericSymbol>(entry.text, unit, flags);

@@ -8,6 +8,7 @@
 
 #include <clocale>
 #include <cmath>
+#include <cstdio>
 #include <limits>
 #include <string>
 #include <vector>
@@ -220,6 +221,77 @@ TEST(RenderNumber, CapacityCountsTheDroppedPlusAndATerminator) {
     EXPECT_EQ(Render(plain, 0.0, RenderMode::WholeNumber | RenderMode::SignOnZero, 3).result, -1);
     EXPECT_EQ(Render(plain, 0.0, RenderMode::WholeNumber | RenderMode::SignOnZero, 4).text,
               u"neg0");
+}
+
+// Whole numbers print as the C conversion "%.0f" does, on either side of the
+// shortcut for values that are integers.
+TEST(RenderNumber, WholeNumbersAgreeWithTheCConversion) {
+    FormatterImpl impl(1033);
+    impl.SetNumber(NumberFormat::Fixed);
+    const double values[] = {0,
+                             1,
+                             -1,
+                             7,
+                             -66,
+                             1000,
+                             123456789,
+                             -987654321012,
+                             999999999999999,
+                             1e15,
+                             -1e15,
+                             4503599627370497.0,
+                             9007199254740992.0,
+                             1e20,
+                             -1e22,
+                             0.5,
+                             1.5,
+                             2.5,
+                             -2.5,
+                             3.4999,
+                             66.25,
+                             -0.4,
+                             999999999999999.5};
+    for (double value : values) {
+        for (unsigned mode : {RenderMode::WholeNumber, 0u}) {
+            if (mode == 0u) {
+                ASSERT_EQ(impl.SetNumberDecimalDigits(0), ErrorCode::Success);
+            }
+            char expected[64];
+            std::snprintf(expected, sizeof expected, "%.0f", value);
+            const Rendered rendered = Render(impl, value, mode, 40);
+            EXPECT_EQ(std::string(rendered.text.begin(), rendered.text.end()), expected) << value;
+        }
+        ASSERT_EQ(impl.SetNumberDecimalDigits(2), ErrorCode::Success);
+    }
+}
+
+// A caller may ask for other decimals for one number; the setting stays.
+TEST(RenderNumber, DecimalsForOneNumber) {
+    const FormatterImpl impl(1033);
+    const struct {
+        double value;
+        unsigned mode;
+        int decimals;
+        const char16_t* text;
+    } rows[] = {
+        {36.04, 0, 1, u"36.0"},
+        {1234.5678, 0, 3, u"1,234.568"},
+        {2.5, 0, 0, u"2"},  // "%.0f" rounds a tie to even
+        {1.0, 0, 7, u"1.0000000"},
+        {0.125, RenderMode::WholeNumber, 2, u"0"},  // WholeNumber wins
+        {1.0, 0, FormatterImpl::kSettingsDecimals, u"1.00"},
+        {1.0, 0, -5, u"1.00"},
+    };
+    for (const auto& row : rows) {
+        char16_t buffer[32];
+        const std::int64_t result =
+            impl.RenderNumber(row.value, buffer, 32, row.mode, row.decimals);
+        const std::u16string text(row.text);
+        ASSERT_EQ(result, static_cast<std::int64_t>(text.size()) + 1) << row.value;
+        EXPECT_EQ(std::u16string(buffer, text.size()), text) << row.value;
+    }
+    EXPECT_EQ(impl.GetNumberDecimalDigits(), 2);
+    EXPECT_EQ(Render(impl, 1.0).text, u"1.00");
 }
 
 // The decimal point of the conversion is "." whatever the process locale.
