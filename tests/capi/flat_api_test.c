@@ -27,6 +27,13 @@ int main(void) {
     uint64_t count = 0;
     MensuraChar16 sign[2] = {'#', '#'};
     MensuraChar16 plus[2] = {'+', 0};
+    const MensuraChar16 ft[3] = {'f', 't', 0};
+    const MensuraChar16 ftx[4] = {'f', 't', 'x', 0};
+    const MensuraChar16 mi[2] = {0x7C73, 0}; /* the Chinese name of the meter */
+    const MensuraChar16 celsius[3] = {0xB0, 'C', 0};
+    const MensuraChar16 slash[2] = {'/', 0};
+    const MensuraChar16 empty[1] = {0};
+    int unit = 0;
 
     check(Convert(100.0, 0x2A002, &out, 0x2A003) == 0, "Celsius to Fahrenheit succeeds");
     check(same_bits(out, 211.99999999999997), "100 C is 211.99999999999997 F, not rounded");
@@ -74,6 +81,16 @@ int main(void) {
     check(FormatterNumberSetting(NULL, 5, &digits, 0) == 1, "a null formatter is refused");
     DestroyFormatter(formatter);
     DestroyFormatter(NULL);
+
+    check(FindUnit(ft, &unit) == 0 && unit == 0x2017, "\"ft\" is the foot, 0x2017");
+    check(FindUnit(mi, &unit) == 0 && unit == 0x2001, "the Chinese name of the meter is 0x2001");
+    check(FindUnit(celsius, &unit) == 0 && unit == 0x2A002, "a temperature scale is found");
+    unit = -1;
+    check(FindUnit(ftx, &unit) == 1 && unit == -1, "\"ftx\" is refused, unit untouched");
+    check(FindUnit(slash, &unit) == 1 && unit == -1, "an operator is no unit");
+    check(FindUnit(empty, &unit) == 1 && unit == -1, "the empty text is refused");
+    check(FindUnit(NULL, &unit) == 1 && unit == -1, "a null text is refused");
+    check(FindUnit(ft, NULL) == 1, "a null unit is refused");
 
     printf("%d passed, %d failed\n", passed, failed);
     return failed == 0 ? 0 : 1;

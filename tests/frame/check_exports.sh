@@ -5,7 +5,7 @@ set -eu
 library=$1
 symbols=$(nm -D --defined-only "$library" | awk '{print $3}' | grep -v '^_init$\|^_fini$\|^MENSURA_' || true)
 status=0
-for flat in Convert ConversionFactor GetUnitGroups GetUnitTypes; do
+for flat in Convert ConversionFactor GetUnitGroups GetUnitTypes FindUnit; do
   if ! printf '%s\n' "$symbols" | grep -qx "$flat"; then
     echo "missing flat export: $flat"
     status=1

@@ -1,0 +1,356 @@
+// Ids, names, and units, groups and symbols named on the command line.
+#include <cmath>
+#include <map>
+#include <optional>
+
+#include "catalog.h"
+#include "text.h"
+
+namespace MensuraCli {
+
+using Mensura::Converter;
+using Mensura::ErrorCode;
+using Mensura::Formatter;
+
+const char* ErrorName(ErrorCode code) {
+    switch (code) {
+        case ErrorCode::Success:
+            return "Success";
+        case ErrorCode::Failure:
+            return "Failure";
+        case ErrorCode::ParseFailure:
+            return "ParseFailure";
+        case ErrorCode::NotSet:
+            return "NotSet";
+        case ErrorCode::UnitMismatch:
+            return "UnitMismatch";
+    }
+    return "unknown error";
+}
+
+bool IsGroup(int id) {
+    return id != 0 && id == GroupOf(id) && Converter::GetUnitTypes(id, nullptr) != 0;
+}
+
+bool IsUnitType(int id) {
+    const int type = id & 0xFFF;
+    return id == UnitOf(id) && type != 0 &&
+           static_cast<std::size_t>(type) <= Converter::GetUnitTypes(GroupOf(id), nullptr);
+}
+
+bool IsSymbol(int id) {
+    const int symbol = (id >> 20) & 0xFF;
+    return symbol != 0 && (id & ~0xFFFFFFF) == 0 && IsUnitType(UnitOf(id)) &&
+           static_cast<std::size_t>(symbol) <= Formatter::GetUnitSymbols(UnitOf(id), nullptr);
+}
+
+std::vector<int> Groups() {
+    std::vector<int> ids(Converter::GetUnitGroups(nullptr));
+    Converter::GetUnitGroups(ids.data());
+    return ids;
+}
+
+std::vector<int> UnitTypes(int group) {
+    std::vector<int> ids(Converter::GetUnitTypes(group, nullptr));
+    Converter::GetUnitTypes(group, ids.data());
+    return ids;
+}
+
+std::vector<int> UnitSymbols(int unit) {
+    std::vector<int> ids(Formatter::GetUnitSymbols(unit, nullptr));
+    Formatter::GetUnitSymbols(unit, ids.data());
+    return ids;
+}
+
+const std::vector<int>& AllUnitTypes() {
+    static const std::vector<int> all = [] {
+        std::vector<int> ids;
+        for (int group : Groups()) {
+            for (int unit : UnitTypes(group)) ids.push_back(unit);
+        }
+        return ids;
+    }();
+    return all;
+}
+
+std::string Name(int locale, int id) {
+    char16_t buffer[256];
+    if (GetDisplayName(locale, id, buffer, sizeof buffer / sizeof buffer[0]) != 0) return "";
+    return Utf16ToUtf8(buffer);
+}
+
+std::string Describe(int id) {
+    return Name(kEnglish, id) + " (" + HexId(id) + ")";
+}
+
+std::string Quantity(int group) {
+    const std::string name = AsciiLower(Name(kEnglish, group));
+    if (name.empty()) return "a quantity";
+    const bool vowel =
+        name[0] == 'a' || name[0] == 'e' || name[0] == 'i' || name[0] == 'o' || name[0] == 'u';
+    return (vowel ? "an " : "a ") + name;
+}
+
+bool FindKey(std::string_view text, int& unit) {
+    std::u16string wide;
+    return Utf8ToUtf16(text, wide) && Formatter::FindUnit(wide.c_str(), unit) == ErrorCode::Success;
+}
+
+namespace {
+
+// The unit types in which "1 TEXT" reads as exactly 1, in catalogue order.
+std::vector<int> UnitsReadingAsOne(const std::u16string& text) {
+    static const Formatter reader;  // default settings: "1" is always the digit one
+    const std::u16string one = u"1 " + text;
+    std::vector<int> found;
+    for (int unit : AllUnitTypes()) {
+        double value = 0.0;
+        if (reader.Parse(one.c_str(), value, unit) == ErrorCode::Success &&
+            std::fabs(value - 1.0) <= 1e-12) {
+            found.push_back(unit);
+        }
+    }
+    return found;
+}
+
+// Whether some unit type reads "1 TEXT".
+bool ReadsAsAUnit(const std::u16string& text) {
+    static const Formatter reader;
+    const std::u16string one = u"1 " + text;
+    for (int unit : AllUnitTypes()) {
+        double value = 0.0;
+        if (reader.Parse(one.c_str(), value, unit) == ErrorCode::Success) return true;
+    }
+    return false;
+}
+
+bool SameDimensions(int a, int b) {
+    double out = 0.0;
+    return Converter::Convert(1.0, a, out, b) == ErrorCode::Success;
+}
+
+// A unit type by id; a complete symbol id names its unit type.
+bool UnitById(std::string_view text, int& unit, std::string& problem) {
+    int id = 0;
+    if (!ReadInteger(text, id)) {
+        problem = "'" + std::string(text) + "' is too large for an id";
+        return false;
+    }
+    if (IsUnitType(id) || IsSymbol(id)) {
+        unit = UnitOf(id);
+        return true;
+    }
+    if (IsGroup(id)) {
+        problem = HexId(id) + " is the group " + Name(kEnglish, id) +
+                  ", not a unit type; 'mensura list " + HexId(id) + "' lists its units";
+    } else {
+        problem = HexId(id) + " names no unit type";
+    }
+    return false;
+}
+
+// The first symbol among `units`' symbols whose display name in either
+// language, the locale's first, is text.
+int SymbolNamed(const std::string& text, const std::vector<int>& units, int locale) {
+    const int other = locale == kChinese ? kEnglish : kChinese;
+    for (int language : {locale == kChinese ? kChinese : kEnglish, other}) {
+        for (int unit : units) {
+            for (int symbol : UnitSymbols(unit)) {
+                if (Name(language, symbol) == text) return symbol;
+            }
+        }
+    }
+    return 0;
+}
+
+}  // namespace
+
+bool ResolveUnit(std::string_view text, int& unit, std::string& problem) {
+    if (LooksLikeId(text)) return UnitById(text, unit, problem);
+    std::u16string wide;
+    if (!Utf8ToUtf16(text, wide)) {
+        problem = "'" + ValidUtf8(text) + "' is not valid UTF-8";
+        return false;
+    }
+    if (!wide.empty() && Formatter::FindUnit(wide.c_str(), unit) == ErrorCode::Success) {
+        return true;
+    }
+    const std::vector<int> found = wide.empty() ? std::vector<int>() : UnitsReadingAsOne(wide);
+    if (found.empty()) {
+        problem = "'" + std::string(text) +
+                  "' is not a known unit; give a symbol such as ft or m², or an id such as 0x2017 "
+                  "('mensura list' shows them)";
+        return false;
+    }
+    for (int other : found) {
+        if (!SameDimensions(found[0], other)) {
+            problem = "'" + std::string(text) + "' reads as " + Describe(found[0]) + " and as " +
+                      Describe(other) + "; give an id";
+            return false;
+        }
+    }
+    unit = found[0];
+    return true;
+}
+
+bool ResolveGroup(std::string_view text, int& group, std::string& problem) {
+    if (LooksLikeId(text)) {
+        int id = 0;
+        if (ReadInteger(text, id) && IsGroup(id)) {
+            group = id;
+            return true;
+        }
+        if (IsUnitType(id) || IsSymbol(id)) {
+            problem = HexId(id) + " is not a group but a unit of the group " + HexId(GroupOf(id)) +
+                      " (" + Name(kEnglish, GroupOf(id)) + ")";
+        } else {
+            problem = "'" + std::string(text) + "' names no group";
+        }
+        return false;
+    }
+    const std::string lower = AsciiLower(text);
+    for (int id : Groups()) {
+        if (AsciiLower(Name(kEnglish, id)) == lower || Name(kChinese, id) == text) {
+            group = id;
+            return true;
+        }
+    }
+    problem = "no group is named '" + ValidUtf8(text) + "'; 'mensura list' shows the groups";
+    return false;
+}
+
+bool ResolveSymbol(std::string_view text, int unit, int locale, bool complete, int& symbol,
+                   std::string& problem) {
+    if (LooksLikeId(text)) {
+        int id = 0;
+        const bool read = ReadInteger(text, id);
+        if (read && IsSymbol(id)) {
+            symbol = id;
+            return true;
+        }
+        if (read && !complete && (IsUnitType(id) || IsGroup(id))) {
+            symbol = id;
+            return true;
+        }
+        problem = "'" + std::string(text) + "' names no symbol" +
+                  (complete ? "; give a complete symbol id such as 0x202017" : "");
+        return false;
+    }
+    const std::string name = ValidUtf8(text);
+    // A symbol of the unit itself first, then of the other units of its group.
+    if ((symbol = SymbolNamed(name, {unit}, locale)) != 0) return true;
+    if ((symbol = SymbolNamed(name, UnitTypes(GroupOf(unit)), locale)) != 0) return true;
+    int named = 0;
+    if (!ResolveUnit(text, named, problem)) {
+        problem = "'" + name + "' is no symbol of " + Describe(unit) +
+                  " or of another unit of its group, nor a known unit";
+        return false;
+    }
+    if ((symbol = SymbolNamed(name, {named}, locale)) != 0) return true;
+    if (complete) {
+        problem = "'" + name + "' names the unit " + Describe(named) +
+                  ", not one of its symbols; 'mensura show " + HexId(named) + "' lists them";
+        return false;
+    }
+    symbol = named;
+    return true;
+}
+
+namespace {
+
+// The characters at which a word falls into the pieces that may be units:
+// digits, separators, the operators of the unit arithmetic and the marks of
+// feet and inches, degrees and bearings.
+bool SplitsPieces(char16_t c) {
+    static const std::u16string_view kMarks = u"0123456789.,+-/*^()'\"·²³′″°–—‐‒―⁃ʹʺ’‘”“ʼ（）";
+    return kMarks.find(c) != std::u16string_view::npos;
+}
+
+// A letter of some script, not a mark or an ASCII sign.
+bool HasLetter(std::u16string_view text) {
+    for (char16_t c : text) {
+        if (((c | 0x20) >= u'a' && (c | 0x20) <= u'z') || (c >= 0x80 && !SplitsPieces(c))) {
+            return true;
+        }
+    }
+    return false;
+}
+
+bool IsKnown(const std::u16string& text) {
+    // A column of measurements repeats its words: each is looked up once.
+    static std::map<std::u16string, bool> known;
+    const auto found = known.find(text);
+    if (found != known.end()) return found->second;
+    int unit = 0;
+    const bool result =
+        Formatter::FindUnit(text.c_str(), unit) == ErrorCode::Success || ReadsAsAUnit(text);
+    known.emplace(text, result);
+    return result;
+}
+
+// The first piece of word that no unit reads, if any: the whole word, or else
+// the first of its pieces between digits and marks.
+std::optional<std::u16string> UnknownPart(const std::u16string& word) {
+    if (!HasLetter(word) || IsKnown(word)) return std::nullopt;
+    std::size_t i = 0;
+    while (i < word.size()) {
+        while (i < word.size() && SplitsPieces(word[i])) ++i;
+        const std::size_t start = i;
+        while (i < word.size() && !SplitsPieces(word[i])) ++i;
+        const std::u16string piece = word.substr(start, i - start);
+        if (HasLetter(piece) && !IsKnown(piece)) return piece;
+    }
+    return std::nullopt;
+}
+
+// word without the number that begins it: "5ft" is "ft", "1/2″" is "″".
+std::u16string_view AfterNumber(std::u16string_view word) {
+    const std::u16string_view kNumber = u"0123456789.,+-/";
+    const std::size_t start = word.find_first_not_of(kNumber);
+    return start == std::u16string_view::npos ? std::u16string_view() : word.substr(start);
+}
+
+}  // namespace
+
+std::string ExplainParseFailure(const Formatter& formatter, std::string_view text, int unit) {
+    const std::string_view trimmed = Trim(text);
+    if (trimmed.empty()) return "the text is empty";
+    std::u16string wide;
+    if (!Utf8ToUtf16(trimmed, wide)) return "it is not valid UTF-8";
+
+    // A word that no unit reads. A key may span words ("degree Celsius").
+    std::vector<std::u16string> words;
+    for (std::string_view word : SplitWords(trimmed)) {
+        std::u16string piece;
+        Utf8ToUtf16(word, piece);
+        words.push_back(std::move(piece));
+    }
+    for (std::size_t i = 0; i < words.size();) {
+        std::u16string phrase(AfterNumber(words[i]));
+        std::size_t taken = 1;
+        for (std::size_t k = 1; k < 4 && i + k < words.size(); ++k) {
+            phrase += u' ';
+            phrase += words[i + k];
+            int found = 0;
+            if (Formatter::FindUnit(phrase.c_str(), found) == ErrorCode::Success) taken = k + 1;
+        }
+        if (taken == 1) {
+            if (const auto unknown = UnknownPart(std::u16string(AfterNumber(words[i])))) {
+                return "'" + Utf16ToUtf8(*unknown) + "' is not a known unit";
+            }
+        }
+        i += taken;
+    }
+
+    // Every word is known: the text may measure another quantity.
+    for (int group : Groups()) {
+        if (group == GroupOf(unit)) continue;
+        double value = 0.0;
+        if (formatter.Parse(wide.c_str(), value, group | 1) == ErrorCode::Success) {
+            return "it reads as " + Quantity(group) + ", not as " + Quantity(GroupOf(unit));
+        }
+    }
+    return "its numbers, units and marks do not make one value";
+}
+
+}  // namespace MensuraCli

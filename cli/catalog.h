@@ -1,0 +1,95 @@
+// What the mensura tool knows of the catalogue, all of it asked of the public
+// API: ids and names, units, groups and symbols named on the command line,
+// why a text did not read, and the dimensions of a unit.
+#ifndef MENSURA_CLI_CATALOG_H
+#define MENSURA_CLI_CATALOG_H
+
+#include <array>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "mensura/mensura.hpp"
+
+namespace MensuraCli {
+
+constexpr int kEnglish = 1033;
+constexpr int kChinese = 2052;
+
+// "Success", "ParseFailure", ...
+const char* ErrorName(Mensura::ErrorCode code);
+
+// The fields of an id.
+inline int GroupOf(int id) {
+    return id & 0xFF000;
+}
+inline int UnitOf(int id) {
+    return id & 0xFFFFF;
+}
+inline bool HasSymbol(int id) {
+    return (id & 0xFF00000) != 0;
+}
+
+// A group id alone (no type, no symbol) that the catalogue has.
+bool IsGroup(int id);
+// A group and type that the catalogue has; no symbol number.
+bool IsUnitType(int id);
+// A complete symbol id that the catalogue has.
+bool IsSymbol(int id);
+
+std::vector<int> Groups();
+std::vector<int> UnitTypes(int group);
+std::vector<int> UnitSymbols(int unit);
+// Every unit type of every group, in catalogue order.
+const std::vector<int>& AllUnitTypes();
+
+// The display name of a group, unit type or symbol in a locale, as UTF-8; ""
+// for an unknown id.
+std::string Name(int locale, int id);
+// "foot (0x2017)"
+std::string Describe(int id);
+// The quantity of a group in words, for messages: "a length", "an area".
+std::string Quantity(int group);
+
+// Whether text is a key of a unit symbol, through FindUnit.
+bool FindKey(std::string_view text, int& unit);
+
+// A unit type named on the command line: an id (0x2017, 8215; a complete
+// symbol id names its unit type), a key of the dictionary ("ft", "米",
+// "degree Celsius"), or else any text that reads as exactly 1 of one unit
+// type when a 1 stands before it ("N", which is also the mark of north, or
+// "m/s"). False with the problem in words.
+bool ResolveUnit(std::string_view text, int& unit, std::string& problem);
+// A group by id, English name (any case) or Chinese name.
+bool ResolveGroup(std::string_view text, int& group, std::string& problem);
+// A symbol for rendering a value of `unit`: an id (complete symbol, unit type
+// or group), the display name of a symbol of the unit's group in either
+// language (the locale's first), or a unit named as ResolveUnit does, then
+// its symbol of that name or else its default. With `complete` only a
+// complete symbol id will do.
+bool ResolveSymbol(std::string_view text, int unit, int locale, bool complete, int& symbol,
+                   std::string& problem);
+
+// Why `text` does not read as a value of `unit`, in words: "'feet' is not a
+// known unit", "it reads as a mass", ...
+std::string ExplainParseFailure(const Mensura::Formatter& formatter, std::string_view text,
+                                int unit);
+
+// The exponents of length, mass, time, electric current, temperature, amount
+// of substance and luminous intensity.
+using Exponents = std::array<int, 7>;
+// The library does not tell the exponents of a unit; the tool finds them by
+// asking Parse which product of the seven base units (kg, m, s, A, K, mol,
+// cd) reads as that unit. False when none with small exponents does.
+bool DeriveDimensions(int unit, Exponents& exponents);
+// "L·M·T⁻²", or "1" for none.
+std::string DimensionsText(const Exponents& exponents);
+// "kg·m·s⁻²", or "1" for none.
+std::string BaseUnitsText(const Exponents& exponents);
+// The unit type of a group in which 1 is one of the base-unit product of the
+// exponents; 0 when the group has none.
+int CoherentUnit(int group, const Exponents& exponents);
+
+}  // namespace MensuraCli
+
+#endif  // MENSURA_CLI_CATALOG_H

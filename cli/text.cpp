@@ -1,0 +1,265 @@
+#include "text.h"
+
+#include <charconv>
+#include <cmath>
+#include <system_error>
+
+namespace MensuraCli {
+
+namespace {
+
+constexpr char32_t kReplacement = 0xFFFD;
+
+void AppendUtf8(std::string& out, char32_t c) {
+    if (c < 0x80) {
+        out += static_cast<char>(c);
+    } else if (c < 0x800) {
+        out += static_cast<char>(0xC0 | (c >> 6));
+        out += static_cast<char>(0x80 | (c & 0x3F));
+    } else if (c < 0x10000) {
+        out += static_cast<char>(0xE0 | (c >> 12));
+        out += static_cast<char>(0x80 | ((c >> 6) & 0x3F));
+        out += static_cast<char>(0x80 | (c & 0x3F));
+    } else {
+        out += static_cast<char>(0xF0 | (c >> 18));
+        out += static_cast<char>(0x80 | ((c >> 12) & 0x3F));
+        out += static_cast<char>(0x80 | ((c >> 6) & 0x3F));
+        out += static_cast<char>(0x80 | (c & 0x3F));
+    }
+}
+
+// Decodes the character at byte i: its length in bytes, or 0 when the bytes
+// there are no UTF-8 (a stray or missing continuation byte, an overlong form,
+// a surrogate, or a code point above U+10FFFF).
+std::size_t DecodeOne(std::string_view in, std::size_t i, char32_t& c) {
+    const auto lead = static_cast<unsigned char>(in[i]);
+    if (lead < 0x80) {
+        c = lead;
+        return 1;
+    }
+    std::size_t length = 0;
+    char32_t least = 0;  // the smallest code point of this length: anything less is overlong
+    if ((lead & 0xE0) == 0xC0) {
+        length = 2;
+        c = lead & 0x1F;
+        least = 0x80;
+    } else if ((lead & 0xF0) == 0xE0) {
+        length = 3;
+        c = lead & 0x0F;
+        least = 0x800;
+    } else if ((lead & 0xF8) == 0xF0) {
+        length = 4;
+        c = lead & 0x07;
+        least = 0x10000;
+    } else {
+        return 0;
+    }
+    if (in.size() - i < length) return 0;
+    for (std::size_t k = 1; k < length; ++k) {
+        const auto byte = static_cast<unsigned char>(in[i + k]);
+        if ((byte & 0xC0) != 0x80) return 0;
+        c = (c << 6) | (byte & 0x3F);
+    }
+    if (c < least || c > 0x10FFFF || (c >= 0xD800 && c <= 0xDFFF)) return 0;
+    return length;
+}
+
+// The wide ranges of East Asian scripts, fullwidth forms and CJK symbols.
+bool IsWide(char32_t c) {
+    return (c >= 0x1100 && c <= 0x115F) || (c >= 0x2E80 && c <= 0x303E) ||
+           (c >= 0x3041 && c <= 0x33FF) || (c >= 0x3400 && c <= 0x4DBF) ||
+           (c >= 0x4E00 && c <= 0x9FFF) || (c >= 0xA000 && c <= 0xA4CF) ||
+           (c >= 0xAC00 && c <= 0xD7A3) || (c >= 0xF900 && c <= 0xFAFF) ||
+           (c >= 0xFE30 && c <= 0xFE4F) || (c >= 0xFF00 && c <= 0xFF60) ||
+           (c >= 0xFFE0 && c <= 0xFFE6) || (c >= 0x20000 && c <= 0x3FFFD);
+}
+
+}  // namespace
+
+bool Utf8ToUtf16(std::string_view in, std::u16string& out) {
+    out.clear();
+    out.reserve(in.size());
+    for (std::size_t i = 0; i < in.size();) {
+        char32_t c = 0;
+        const std::size_t length = DecodeOne(in, i, c);
+        if (length == 0) return false;
+        if (c < 0x10000) {
+            out += static_cast<char16_t>(c);
+        } else {
+            c -= 0x10000;
+            out += static_cast<char16_t>(0xD800 | (c >> 10));
+            out += static_cast<char16_t>(0xDC00 | (c & 0x3FF));
+        }
+        i += length;
+    }
+    return true;
+}
+
+std::string ValidUtf8(std::string_view in) {
+    std::string out;
+    for (std::size_t i = 0; i < in.size();) {
+        char32_t c = 0;
+        const std::size_t length = DecodeOne(in, i, c);
+        if (length == 0) {
+            AppendUtf8(out, kReplacement);
+            ++i;
+        } else {
+            out.append(in.substr(i, length));
+            i += length;
+        }
+    }
+    return out;
+}
+
+std::string Utf16ToUtf8(std::u16string_view in) {
+    std::string out;
+    out.reserve(in.size());
+    for (std::size_t i = 0; i < in.size(); ++i) {
+        const char16_t unit = in[i];
+        if (unit >= 0xD800 && unit <= 0xDBFF && i + 1 < in.size() && in[i + 1] >= 0xDC00 &&
+            in[i + 1] <= 0xDFFF) {
+            AppendUtf8(out, 0x10000 + ((static_cast<char32_t>(unit - 0xD800) << 10) |
+                                       static_cast<char32_t>(in[i + 1] - 0xDC00)));
+            ++i;
+        } else if (unit >= 0xD800 && unit <= 0xDFFF) {
+            AppendUtf8(out, kReplacement);
+        } else {
+            AppendUtf8(out, unit);
+        }
+    }
+    return out;
+}
+
+std::size_t DisplayWidth(std::string_view utf8) {
+    std::size_t width = 0;
+    for (std::size_t i = 0; i < utf8.size();) {
+        char32_t c = 0;
+        const std::size_t length = DecodeOne(utf8, i, c);
+        width += length != 0 && IsWide(c) ? 2 : 1;
+        i += length != 0 ? length : 1;
+    }
+    return width;
+}
+
+std::string PadRight(std::string_view utf8, std::size_t width) {
+    std::string out(utf8);
+    const std::size_t used = DisplayWidth(utf8);
+    if (used < width) out.append(width - used, ' ');
+    return out;
+}
+
+std::string NumberText(double value, bool exact) {
+    char buffer[64];
+    const std::to_chars_result result = exact ? std::to_chars(buffer, buffer + sizeof buffer, value)
+                                              : std::to_chars(buffer, buffer + sizeof buffer, value,
+                                                              std::chars_format::general, 12);
+    return std::string(buffer, result.ptr);
+}
+
+bool ReadNumber(std::string_view text, double& value) {
+    // from_chars takes a minus sign but no plus sign.
+    if (!text.empty() && text[0] == '+') {
+        text.remove_prefix(1);
+        if (!text.empty() && text[0] == '-') return false;
+    }
+    if (text.empty()) return false;
+    const char* end = text.data() + text.size();
+    const auto [next, error] = std::from_chars(text.data(), end, value);
+    return error == std::errc() && next == end;
+}
+
+bool ReadInteger(std::string_view text, int& value) {
+    int base = 10;
+    if (text.size() > 2 && text[0] == '0' && (text[1] == 'x' || text[1] == 'X')) {
+        text.remove_prefix(2);
+        base = 16;
+    }
+    if (text.empty()) return false;
+    const char* end = text.data() + text.size();
+    const auto [next, error] = std::from_chars(text.data(), end, value, base);
+    return error == std::errc() && next == end;
+}
+
+bool LooksLikeId(std::string_view text) {
+    if (text.size() > 2 && text[0] == '0' && (text[1] == 'x' || text[1] == 'X')) {
+        for (char c : text.substr(2)) {
+            const bool hex =
+                (c >= '0' && c <= '9') || (c >= 'a' && c <= 'f') || (c >= 'A' && c <= 'F');
+            if (!hex) return false;
+        }
+        return true;
+    }
+    if (text.empty()) return false;
+    for (char c : text) {
+        if (c < '0' || c > '9') return false;
+    }
+    return true;
+}
+
+std::string HexId(int id) {
+    char buffer[16] = {'0', 'x'};
+    const std::to_chars_result result =
+        std::to_chars(buffer + 2, buffer + sizeof buffer, static_cast<unsigned>(id), 16);
+    for (char* c = buffer + 2; c != result.ptr; ++c) {
+        if (*c >= 'a' && *c <= 'f') *c = static_cast<char>(*c - 'a' + 'A');
+    }
+    return std::string(buffer, result.ptr);
+}
+
+std::string_view Trim(std::string_view text) {
+    const auto blank = [](char c) { return c == ' ' || c == '\t' || c == '\r' || c == '\n'; };
+    while (!text.empty() && blank(text.front())) text.remove_prefix(1);
+    while (!text.empty() && blank(text.back())) text.remove_suffix(1);
+    return text;
+}
+
+std::string AsciiLower(std::string_view text) {
+    std::string out(text);
+    for (char& c : out) {
+        if (c >= 'A' && c <= 'Z') c = static_cast<char>(c - 'A' + 'a');
+    }
+    return out;
+}
+
+std::vector<std::string_view> SplitWords(std::string_view text) {
+    std::vector<std::string_view> words;
+    std::size_t i = 0;
+    while (i < text.size()) {
+        while (i < text.size() && (text[i] == ' ' || text[i] == '\t')) ++i;
+        const std::size_t start = i;
+        while (i < text.size() && text[i] != ' ' && text[i] != '\t') ++i;
+        if (i > start) words.push_back(text.substr(start, i - start));
+    }
+    return words;
+}
+
+std::string JsonString(std::string_view utf8) {
+    std::string out = "\"";
+    for (char c : utf8) {
+        const auto byte = static_cast<unsigned char>(c);
+        if (c == '"' || c == '\\') {
+            out += '\\';
+            out += c;
+        } else if (c == '\n') {
+            out += "\\n";
+        } else if (c == '\t') {
+            out += "\\t";
+        } else if (byte < 0x20) {
+            static const char kHex[] = "0123456789abcdef";
+            out += "\\u00";
+            out += kHex[byte >> 4];
+            out += kHex[byte & 0xF];
+        } else {
+            out += c;
+        }
+    }
+    out += '"';
+    return out;
+}
+
+std::string JsonNumber(double value) {
+    if (!std::isfinite(value)) return "null";
+    return NumberText(value, true);
+}
+
+}  // namespace MensuraCli

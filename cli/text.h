@@ -1,0 +1,59 @@
+// Text for the mensura tool: UTF-8 on the outside, UTF-16 for the library,
+// numbers through <charconv>, JSON strings. Nothing here reads the process
+// locale.
+#ifndef MENSURA_CLI_TEXT_H
+#define MENSURA_CLI_TEXT_H
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace MensuraCli {
+
+// Decodes UTF-8 into UTF-16. False, with out unspecified, for bytes that are
+// not UTF-8: a stray or missing continuation byte, an overlong form, a
+// surrogate, or a code point above U+10FFFF.
+bool Utf8ToUtf16(std::string_view in, std::u16string& out);
+// text with every byte that is not part of a UTF-8 character replaced by
+// U+FFFD, for showing a text that failed to decode.
+std::string ValidUtf8(std::string_view text);
+// Encodes UTF-16 as UTF-8; a lone surrogate becomes U+FFFD.
+std::string Utf16ToUtf8(std::u16string_view in);
+
+// The columns a text takes on a terminal: 2 for a wide (East Asian) character,
+// else 1.
+std::size_t DisplayWidth(std::string_view utf8);
+// text followed by blanks up to `width` columns.
+std::string PadRight(std::string_view utf8, std::size_t width);
+
+// A value as the tool prints it: 12 significant digits and no trailing zeros
+// ("1.6764"), or with exact set the shortest text that reads back as the same
+// double ("1.6764000000000001").
+std::string NumberText(double value, bool exact);
+// Reads the whole of text as a double: decimal or scientific, an optional sign
+// ("+" too), "inf" and "nan". No blanks.
+bool ReadNumber(std::string_view text, double& value);
+// Reads the whole of text as an int: decimal, or hexadecimal after "0x".
+bool ReadInteger(std::string_view text, int& value);
+// True when text has the form of an id: decimal digits, or "0x" and hex digits.
+bool LooksLikeId(std::string_view text);
+// "0x2017"
+std::string HexId(int id);
+
+// text without blanks, tabs and line ends at either side.
+std::string_view Trim(std::string_view text);
+// ASCII letters lowered; every other byte as it is.
+std::string AsciiLower(std::string_view text);
+// Pieces of text between blanks and tabs, empty pieces dropped.
+std::vector<std::string_view> SplitWords(std::string_view text);
+
+// A JSON string with quotes; text is UTF-8 and passes through, control
+// characters, quotes and backslashes escaped.
+std::string JsonString(std::string_view utf8);
+// A JSON number that reads back as the same double, or null when not finite.
+std::string JsonNumber(double value);
+
+}  // namespace MensuraCli
+
+#endif  // MENSURA_CLI_TEXT_H

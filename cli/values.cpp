@@ -1,0 +1,252 @@
+// convert and parse: one value from the command line, or one a line from
+// standard input.
+#include <cstdio>
+#include <functional>
+#include <iostream>
+
+#include "catalog.h"
+#include "commands.h"
+#include "options.h"
+#include "text.h"
+
+namespace MensuraCli {
+
+using Mensura::Converter;
+using Mensura::ErrorCode;
+using Mensura::Formatter;
+
+const char* const kConvertHelp =
+    "usage: mensura convert [--exact] [--json] VALUE FROM TO\n"
+    "       mensura convert [--exact] [--json] FROM TO  < values\n"
+    "\n"
+    "Converts VALUE, a plain number, from unit FROM into unit TO. Without VALUE,\n"
+    "reads one number a line from standard input and writes one result a line;\n"
+    "blank lines are skipped, and a line that fails is reported on standard error\n"
+    "with its number while the others go on.\n"
+    "\n"
+    "A unit is a symbol or name of the catalogue (ft, m², 米, \"degree Celsius\"),\n"
+    "any other text that reads as one unit after a 1 (N, m/s), or an id in\n"
+    "hexadecimal (0x2017) or decimal (8215).\n"
+    "\n"
+    "options:\n"
+    "  --exact   print the shortest text that reads back as the same double\n"
+    "            (default: 12 significant digits, no trailing zeros)\n"
+    "  --json    one JSON object a result; failures as JSON on standard error\n"
+    "\n"
+    "examples:\n"
+    "  mensura convert 5.5 ft m                 # 1.6764\n"
+    "  mensura convert --exact 5.5 ft m         # 1.6764000000000001\n"
+    "  mensura convert 100 °C °F                # 212\n"
+    "  mensura convert 1 0x2C018 0x2C001        # a day in seconds: 86400\n"
+    "  printf '1\\n2.5\\n' | mensura convert mi km\n";
+
+const char* const kParseHelp =
+    "usage: mensura parse [options] TEXT UNIT\n"
+    "       mensura parse [options] UNIT  < texts\n"
+    "\n"
+    "Reads TEXT, a value with its units, as a value in UNIT: \"5 ft\", \"1,000.5 mm\",\n"
+    "\"5′-6 1/2″\", \"N 45°30′ E\", \"5 kg·m/s²\". A bare number is in the default\n"
+    "unit of UNIT's group. Without TEXT, reads one text a line from standard\n"
+    "input and writes one value a line; blank lines are skipped, and a line that\n"
+    "fails is reported on standard error with its number while the others go on.\n"
+    "Units are named as for convert.\n"
+    "\n"
+    "options:\n"
+    "  --exact                 print the shortest text that reads back as the same double\n"
+    "  --json                  one JSON object a result\n"
+    "  --locale L, the number settings, --default-unit U, --default-symbol S\n"
+    "                          as for format: they say how numbers are written and\n"
+    "                          what a bare number means\n"
+    "\n"
+    "examples:\n"
+    "  mensura parse \"5′-6 1/2″\" in               # 66.5\n"
+    "  mensura parse \"N 45°30′ E\" degree          # 44.5 (east is 0, north 90)\n"
+    "  mensura parse \"3 米\" ft                     # 9.84251968504\n"
+    "  mensura parse 5 m --default-unit ft        # a bare 5 is 5 ft: 1.524\n"
+    "  mensura parse \"1.234,5 m\" m --decimal-separator , --group-separator .\n"
+    "  printf '5 ft\\n6 in\\n' | mensura parse m\n";
+
+void PrintLine(std::string_view line) {
+    std::fwrite(line.data(), 1, line.size(), stdout);
+    std::fputc('\n', stdout);
+}
+
+int UsageError(std::string_view command, const std::string& problem) {
+    const std::string prefix = command.empty() ? "mensura" : "mensura " + std::string(command);
+    std::fprintf(stderr, "%s: %s\nTry '%s --help'.\n", prefix.c_str(), problem.c_str(),
+                 prefix.c_str());
+    return kExitUsage;
+}
+
+void ReportFailure(bool json, long line, std::string_view input, ErrorCode code,
+                   const std::string& message) {
+    std::string text;
+    if (json) {
+        text = "{";
+        if (line > 0) text += "\"line\":" + std::to_string(line) + ",";
+        text += "\"input\":" + JsonString(ValidUtf8(input)) +
+                ",\"error\":" + JsonString(ErrorName(code)) +
+                ",\"message\":" + JsonString(message) + "}";
+    } else {
+        text = "mensura: ";
+        if (line > 0) text += "line " + std::to_string(line) + ": ";
+        text += std::string(ErrorName(code)) + ": " + message;
+    }
+    text += '\n';
+    // The results before it first, so that a stream of both keeps their order.
+    std::fflush(stdout);
+    std::fwrite(text.data(), 1, text.size(), stderr);
+}
+
+namespace {
+
+// What became of one value.
+struct Outcome {
+    ErrorCode code = ErrorCode::Success;
+    double value = 0.0;
+    std::string message;  // on failure
+};
+
+using Step = std::function<Outcome(std::string_view input)>;
+
+void PrintResult(bool json, bool exact, long line, std::string_view input, int unit, double value) {
+    if (!json) {
+        PrintLine(NumberText(value, exact));
+        return;
+    }
+    std::string text = "{";
+    if (line > 0) text += "\"line\":" + std::to_string(line) + ",";
+    text += "\"input\":" + JsonString(input) + ",\"value\":" + JsonNumber(value) +
+            ",\"text\":" + JsonString(NumberText(value, exact)) +
+            ",\"unit\":" + std::to_string(unit) + "}";
+    PrintLine(text);
+}
+
+// Runs step on the one value of the command line, or else on every line of
+// standard input that is not blank.
+int RunValues(const Arguments& arguments, const std::string_view* single, int unit,
+              const Step& step) {
+    const bool json = arguments.Has("--json");
+    const bool exact = arguments.Has("--exact");
+    if (single != nullptr) {
+        const Outcome outcome = step(*single);
+        if (outcome.code != ErrorCode::Success) {
+            ReportFailure(json, 0, *single, outcome.code, outcome.message);
+            return kExitFailed;
+        }
+        PrintResult(json, exact, 0, *single, unit, outcome.value);
+        return kExitOk;
+    }
+    bool failed = false;
+    long number = 0;
+    std::string line;
+    while (std::getline(std::cin, line)) {
+        ++number;
+        if (number == 1 && line.compare(0, 3, "\xEF\xBB\xBF") == 0) line.erase(0, 3);
+        const std::string_view input = Trim(line);
+        if (input.empty()) continue;
+        const Outcome outcome = step(input);
+        if (outcome.code != ErrorCode::Success) {
+            ReportFailure(json, number, input, outcome.code, outcome.message);
+            failed = true;
+            continue;
+        }
+        PrintResult(json, exact, number, input, unit, outcome.value);
+    }
+    return failed ? kExitFailed : kExitOk;
+}
+
+}  // namespace
+
+int RunConvert(const ArgumentList& list) {
+    Arguments arguments;
+    std::string problem;
+    if (!arguments.Read(list, {{kJson, kHelp, kExact}}, problem)) {
+        return UsageError("convert", problem);
+    }
+    if (arguments.Has("--help")) {
+        std::fputs(kConvertHelp, stdout);
+        return kExitOk;
+    }
+    const ArgumentList& positional = arguments.Positional();
+    if (positional.size() != 2 && positional.size() != 3) {
+        return UsageError("convert", "give VALUE FROM TO, or FROM TO and values on standard input");
+    }
+    const std::size_t first = positional.size() - 2;
+    int from = 0;
+    int to = 0;
+    if (!ResolveUnit(positional[first], from, problem) ||
+        !ResolveUnit(positional[first + 1], to, problem)) {
+        double number = 0.0;
+        if (first == 0 && ReadNumber(positional[0], number)) {
+            problem = "'" + std::string(positional[0]) +
+                      "' is a number, not a unit: give VALUE FROM TO, or FROM TO and values on "
+                      "standard input";
+        }
+        return UsageError("convert", problem);
+    }
+    double trial = 0.0;
+    if (Converter::Convert(1.0, from, trial, to) != ErrorCode::Success) {
+        ReportFailure(arguments.Has("--json"), 0, first == 1 ? positional[0] : "",
+                      ErrorCode::UnitMismatch,
+                      "cannot convert " + Describe(from) + " into " + Describe(to) + ": " +
+                          Quantity(GroupOf(from)) + " is not " + Quantity(GroupOf(to)));
+        return kExitFailed;
+    }
+    const Step step = [from, to](std::string_view input) {
+        Outcome outcome;
+        double value = 0.0;
+        if (!ReadNumber(input, value)) {
+            outcome.code = ErrorCode::ParseFailure;
+            outcome.message = "cannot read '" + ValidUtf8(input) +
+                              "' as a number; convert takes plain numbers, parse reads units";
+            return outcome;
+        }
+        outcome.code = Converter::Convert(value, from, outcome.value, to);
+        if (outcome.code != ErrorCode::Success) {
+            outcome.message = "cannot convert " + std::string(input) + " " + Describe(from) +
+                              " into " + Describe(to);
+        }
+        return outcome;
+    };
+    return RunValues(arguments, first == 1 ? &positional[0] : nullptr, to, step);
+}
+
+int RunParse(const ArgumentList& list) {
+    Arguments arguments;
+    std::string problem;
+    if (!arguments.Read(list, {{kJson, kHelp, kExact}, kFormatterOptions}, problem)) {
+        return UsageError("parse", problem);
+    }
+    if (arguments.Has("--help")) {
+        std::fputs(kParseHelp, stdout);
+        return kExitOk;
+    }
+    const ArgumentList& positional = arguments.Positional();
+    if (positional.size() != 1 && positional.size() != 2) {
+        return UsageError("parse", "give TEXT UNIT, or UNIT and texts on standard input");
+    }
+    int unit = 0;
+    if (!ResolveUnit(positional.back(), unit, problem)) return UsageError("parse", problem);
+    Formatter formatter;
+    if (!MakeFormatter(arguments, unit, formatter, problem)) return UsageError("parse", problem);
+    const Step step = [&formatter, unit](std::string_view input) {
+        Outcome outcome;
+        std::u16string text;
+        if (!Utf8ToUtf16(input, text)) {
+            outcome.code = ErrorCode::ParseFailure;
+            outcome.message = "cannot read '" + ValidUtf8(input) + "': it is not valid UTF-8";
+            return outcome;
+        }
+        outcome.code = formatter.Parse(text.c_str(), outcome.value, unit);
+        if (outcome.code != ErrorCode::Success) {
+            outcome.message = "cannot read '" + std::string(input) + "' as " +
+                              Quantity(GroupOf(unit)) + ": " +
+                              ExplainParseFailure(formatter, input, unit);
+        }
+        return outcome;
+    };
+    return RunValues(arguments, positional.size() == 2 ? &positional[0] : nullptr, unit, step);
+}
+
+}  // namespace MensuraCli

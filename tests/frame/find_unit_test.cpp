@@ -1,0 +1,136 @@
+// Looking a unit type up by its text, through the shared library: FindUnit
+// and Formatter::FindUnit.
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+#include "mensura/mensura.hpp"
+#include "support/narrow.h"
+
+namespace {
+
+using Mensura::ErrorCode;
+using Mensura::Formatter;
+using MensuraTest::Narrow;
+
+constexpr int kUntouched = -7;
+
+struct Found {
+    const char16_t* text;
+    int unit;
+};
+
+TEST(FindUnit, FindsTheUnitTypeOfAKey) {
+    const Found rows[] = {
+        {u"ft", 0x2017},               // an abbreviation, symbol 2 of the foot
+        {u"foot", 0x2017},             // the spelled-out name, symbol 1
+        {u"metre", 0x2001},            // a further key of the meter, not its text
+        {u"m", 0x2001},                //
+        {u"mm", 0x200E},               // the longer key, not "m" followed by "m"
+        {u"米", 0x2001},               // a Chinese name
+        {u"英尺", 0x2017},             //
+        {u"m²", 0x3001},               // a key that holds an operator's character
+        {u"m^2", 0x3001},              //
+        {u"°C", 0x2A002},              // a temperature scale
+        {u"℃", 0x2A002},               //
+        {u"deg F", 0x2A003},           //
+        {u"degree Celsius", 0x2A002},  // a key with a blank inside
+        {u"K", 0x2A001},               // kelvin is a plain scale
+        {u"foot (U.S. Survey)", 0x201C},
+    };
+    for (const Found& row : rows) {
+        int unit = kUntouched;
+        EXPECT_EQ(FindUnit(row.text, &unit), 0) << Narrow(row.text);
+        EXPECT_EQ(unit, row.unit) << Narrow(row.text);
+        unit = kUntouched;
+        EXPECT_EQ(Formatter::FindUnit(row.text, unit), ErrorCode::Success) << Narrow(row.text);
+        EXPECT_EQ(unit, row.unit) << Narrow(row.text);
+    }
+}
+
+TEST(FindUnit, RefusesWhatIsNoUnitKeyAndLeavesTheUnitAlone) {
+    const char16_t* const rows[] = {
+        u"ftx",       // only a beginning is a key
+        u"ft ",       //
+        u" ft",       //
+        u"",          // the empty text
+        u"feet",      // no key at all
+        u"/",         // operators
+        u"·",         //
+        u"²",         //
+        u"(",         //
+        u" ",         //
+        u"′",         // the prime is the feet-and-minutes mark, not the foot
+        u"\"",        // a look-alike of the double prime
+        u"x′x x/2″",  // a symbol of the inch that renders only
+        u"5 ft",      // a number is no part of a key
+    };
+    for (const char16_t* text : rows) {
+        int unit = kUntouched;
+        EXPECT_EQ(FindUnit(text, &unit), 1) << Narrow(text);
+        EXPECT_EQ(unit, kUntouched) << Narrow(text);
+        EXPECT_EQ(Formatter::FindUnit(text, unit), ErrorCode::Failure) << Narrow(text);
+        EXPECT_EQ(unit, kUntouched) << Narrow(text);
+    }
+}
+
+// The degree mark and the letters of bearings are operators, though the
+// parser reads N, S, W and d as units too where the target is no angle.
+TEST(FindUnit, RefusesTheMarksOfAnglesAndBearings) {
+    for (const char16_t* text : {u"N", u"E", u"S", u"W", u"d", u"°"}) {
+        int unit = kUntouched;
+        EXPECT_EQ(FindUnit(text, &unit), 1) << Narrow(text);
+        EXPECT_EQ(unit, kUntouched) << Narrow(text);
+    }
+}
+
+TEST(FindUnit, RefusesNullPointers) {
+    int unit = kUntouched;
+    EXPECT_EQ(FindUnit(nullptr, &unit), 1);
+    EXPECT_EQ(unit, kUntouched);
+    EXPECT_EQ(FindUnit(u"ft", nullptr), 1);
+    EXPECT_EQ(Formatter::FindUnit(nullptr, unit), ErrorCode::Failure);
+    EXPECT_EQ(unit, kUntouched);
+}
+
+// FindUnit and Parse read one dictionary: whenever FindUnit names a unit for a
+// symbol's text, "1" and that text read as exactly 1 in that unit. A wrong
+// unit (the size of a temperature degree instead of its scale, another type
+// of the group) reads as another number or not at all.
+TEST(FindUnit, AgreesWithParseOnEverySymbolText) {
+    int found = 0;
+    for (int locale : {1033, 2052}) {
+        const Formatter formatter(locale);
+        std::vector<int> groups(Mensura::Converter::GetUnitGroups(nullptr));
+        Mensura::Converter::GetUnitGroups(groups.data());
+        for (int group : groups) {
+            std::vector<int> types(Mensura::Converter::GetUnitTypes(group, nullptr));
+            Mensura::Converter::GetUnitTypes(group, types.data());
+            for (int type : types) {
+                std::vector<int> symbols(Formatter::GetUnitSymbols(type, nullptr));
+                Formatter::GetUnitSymbols(type, symbols.data());
+                for (int symbol : symbols) {
+                    char16_t name[128] = {};
+                    ASSERT_EQ(formatter.GetDisplayName(symbol, name, 128), ErrorCode::Success);
+                    int unit = 0;
+                    if (Formatter::FindUnit(name, unit) != ErrorCode::Success) continue;
+                    ++found;
+                    EXPECT_EQ(unit & ~0xFFFFF, 0) << Narrow(name);
+                    const std::u16string text = u"1 " + std::u16string(name);
+                    double value = 0.0;
+                    EXPECT_EQ(formatter.Parse(text.c_str(), value, unit), ErrorCode::Success)
+                        << Narrow(text);
+                    // Offset scales go through kelvin and may round in the last bit;
+                    // the nearest two units of one group differ by parts per million.
+                    EXPECT_NEAR(value, 1.0, 1e-12) << Narrow(text) << " in " << std::hex << unit;
+                }
+            }
+        }
+    }
+    // Most symbols are keys: a FindUnit that refused nearly everything would
+    // pass the loop above.
+    EXPECT_GT(found, 2000);
+}
+
+}  // namespace
