@@ -36,6 +36,21 @@ UnitCatalog::~UnitCatalog() {
     dictionary = RadixTree<const IParseSymbol*>();
 }
 
+void UnitCatalog::DestroyInPlace::operator()(ISymbol* symbol) const {
+    symbol->~ISymbol();
+}
+
+void* UnitCatalog::AllocateSymbol(std::size_t size, std::size_t alignment) {
+    constexpr std::size_t kBlockSize = 64 * 1024;
+    std::size_t start = (symbolBlockUsed + alignment - 1) & ~(alignment - 1);
+    if (symbolBlocks.empty() || start + size > kBlockSize) {
+        symbolBlocks.push_back(std::make_unique<unsigned char[]>(kBlockSize));
+        start = 0;
+    }
+    symbolBlockUsed = start + size;
+    return symbolBlocks.back().get() + start;
+}
+
 const ISymbol* UnitCatalog::FindSymbol(int id, int language) const {
     if (static_cast<unsigned>(language) >= static_cast<unsigned>(kLanguages)) return nullptr;
     const auto& groups = symbols[language];

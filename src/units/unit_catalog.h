@@ -8,6 +8,8 @@
 #include <cstddef>
 #include <map>
 #include <memory>
+#include <new>
+#include <utility>
 #include <vector>
 
 #include "units/dimensions.h"
@@ -109,8 +111,23 @@ private:
     std::map<Dimensions, int> dimensionIndex;
     std::array<GroupSlots, 256> converterIndex{};
 
+    // The symbols live in blocks of the catalogue's own, made in one go at
+    // load: a slot destroys its symbol in place, and the blocks go last.
+    struct DestroyInPlace {
+        void operator()(ISymbol* symbol) const;
+    };
+    using SymbolSlot = std::unique_ptr<ISymbol, DestroyInPlace>;
+    void* AllocateSymbol(std::size_t size, std::size_t alignment);
+    template <typename Symbol, typename... Args>
+    Symbol* NewSymbol(Args&&... args) {
+        return ::new (AllocateSymbol(sizeof(Symbol), alignof(Symbol)))
+            Symbol(std::forward<Args>(args)...);
+    }
+    std::vector<std::unique_ptr<unsigned char[]>> symbolBlocks;
+    std::size_t symbolBlockUsed = 0;
+
     // [language][group][type][symbol], the same shape in both languages.
-    std::array<std::vector<std::vector<std::vector<std::unique_ptr<ISymbol>>>>, kLanguages> symbols;
+    std::array<std::vector<std::vector<std::vector<SymbolSlot>>>, kLanguages> symbols;
     std::array<std::vector<const char16_t*>, kLanguages> groupNames;
     std::vector<std::unique_ptr<IParseSymbol>> operators;
     RadixTree<const IParseSymbol*> dictionary;

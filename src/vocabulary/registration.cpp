@@ -257,35 +257,35 @@ private:
             const int symbol = static_cast<int>(i + 1);
             const int unit = (group << 12) | type;
             const std::uint32_t flags = entry.marks & NoSpace;
-            std::unique_ptr<ISymbol> object;
+            ISymbol* object = nullptr;
             const IParseSymbol* reader = nullptr;
             const SymbolPlace place = PlaceOf(group, type, symbol);
             switch (place.symbolClass) {
                 case SymbolClass::UnitlessName:
-                    object = std::make_unique<GenericSymbolEx>(
+                    object = catalog.NewSymbol<GenericSymbolEx>(
                         entry.text, unit, 1u, language == 0 ? u"unitless" : u"无量纲");
                     break;
                 case SymbolClass::Linear: {
-                    auto linear = std::make_unique<LinearSymbol>(entry.text, place.scaleUnit,
-                                                                 place.sizeUnit, flags);
-                    reader = linear.get();
-                    object = std::move(linear);
+                    auto* linear = catalog.NewSymbol<LinearSymbol>(entry.text, place.scaleUnit,
+                                                                   place.sizeUnit, flags);
+                    reader = linear;
+                    object = linear;
                     break;
                 }
                 // The compound patterns render only: they get no key.
                 case SymbolClass::FeetInches:
-                    object = std::make_unique<PrimeDoublePrimeSymbol>(
+                    object = catalog.NewSymbol<PrimeDoublePrimeSymbol>(
                         entry.text, (symbol << 20) | unit, place.showFeet, place.showFraction,
                         place.showDash);
                     break;
                 case SymbolClass::DegreesMinutesSeconds:
-                    object =
-                        std::make_unique<DegreePrimeDoublePrimeSymbol>(entry.text, place.isBearing);
+                    object = catalog.NewSymbol<DegreePrimeDoublePrimeSymbol>(entry.text,
+                                                                             place.isBearing);
                     break;
                 case SymbolClass::Generic: {
-                    auto generic = std::make_unique<GenericSymbol>(entry.text, unit, flags);
-                    reader = generic.get();
-                    object = std::move(generic);
+                    auto* generic = catalog.NewSymbol<GenericSymbol>(entry.text, unit, flags);
+                    reader = generic;
+                    object = generic;
                     break;
                 }
             }
@@ -295,7 +295,7 @@ private:
                 ++counts.ownTexts;
                 Insert(counts, entry.text, reader);
             }
-            slots[i] = std::move(object);
+            slots[i].reset(object);
             if (keyed) {
                 for (const char16_t* key : entry.keys) {
                     ++counts.furtherKeys;
