@@ -31,6 +31,14 @@ struct DictionaryCounts {
     int furtherKeys = 0;  // calls with a further key of a symbol
 };
 
+// Why the dictionary refused a symbol's key: who holds it already.
+struct RefusedKeys {
+    int sameTypeOtherLanguage = 0;  // a Chinese key that English holds for the same type
+    int sameTypeSameLanguage = 0;   // a symbol of the same type in the same language
+    int operatorHeld = 0;           // a unit text that an operator holds
+    int otherType = 0;              // a key that another unit type claimed first
+};
+
 class UnitCatalog {
 public:
     // Builds the conversion table, the symbols of both languages and the
@@ -86,6 +94,7 @@ public:
     // The load's insertions into the dictionary, by source.
     const DictionaryCounts& OperatorCounts() const { return operatorCounts; }
     const DictionaryCounts& LanguageCounts(int language) const { return languageCounts[language]; }
+    const RefusedKeys& Refusals() const { return refusals; }
     // Every key of the exponent index with its group id, or 0 where shared.
     const std::map<Dimensions, int>& DimensionIndex() const { return dimensionIndex; }
 
@@ -132,6 +141,7 @@ private:
     std::vector<std::unique_ptr<IParseSymbol>> operators;
     RadixTree<const IParseSymbol*> dictionary;
     DictionaryCounts operatorCounts;
+    RefusedKeys refusals;
     std::array<DictionaryCounts, kLanguages> languageCounts;
 };
 

@@ -293,13 +293,13 @@ private:
             DictionaryCounts& counts = catalog.languageCounts[language];
             if (keyed) {
                 ++counts.ownTexts;
-                Insert(counts, entry.text, reader);
+                Insert(counts, entry.text, reader, language, unit);
             }
             slots[i].reset(object);
             if (keyed) {
                 for (const char16_t* key : entry.keys) {
                     ++counts.furtherKeys;
-                    Insert(counts, key, reader);
+                    Insert(counts, key, reader, language, unit);
                 }
             }
         }
@@ -309,6 +309,44 @@ private:
     void Insert(DictionaryCounts& counts, const char16_t* key, const IParseSymbol* symbol) {
         ++counts.calls;
         if (catalog.dictionary.Insert(key, symbol) == 0) ++counts.accepted;
+    }
+
+    // A unit symbol's key; a refusal is sorted by the key's holder.
+    void Insert(DictionaryCounts& counts, const char16_t* key, const IParseSymbol* symbol,
+                int language, int unit) {
+        const int accepted = counts.accepted;
+        Insert(counts, key, symbol);
+        if (counts.accepted == accepted) NoteRefusal(key, language, unit);
+    }
+
+    void NoteRefusal(const char16_t* key, int language, int unit) {
+        std::size_t matched = 0;
+        const IParseSymbol* holder = catalog.dictionary.FindLongest(key, &matched);
+        RefusedKeys& refusals = catalog.refusals;
+        int holderUnit = 0;
+        if (const auto* generic = dynamic_cast<const GenericSymbol*>(holder)) {
+            holderUnit = generic->Unit();
+        } else if (const auto* linear = dynamic_cast<const LinearSymbol*>(holder)) {
+            holderUnit = linear->ScaleUnit();
+        } else {
+            ++refusals.operatorHeld;
+            return;
+        }
+        if (holderUnit != unit) {
+            ++refusals.otherType;
+        } else if (language != 0 && IsEnglish(holder, unit)) {
+            ++refusals.sameTypeOtherLanguage;
+        } else {
+            ++refusals.sameTypeSameLanguage;
+        }
+    }
+
+    bool IsEnglish(const IParseSymbol* holder, int unit) const {
+        const auto& slots = catalog.symbols[0][UnitId::GroupIndex(unit)][UnitId::TypeIndex(unit)];
+        for (const auto& slot : slots) {
+            if (slot && slot->AsParse() == holder) return true;
+        }
+        return false;
     }
 
     UnitCatalog& catalog;

@@ -54,6 +54,12 @@ TEST(Vocabulary, OperatorsComeFirstAndHoldAllTheirKeys) {
     EXPECT_EQ(calls, 5416);
     EXPECT_EQ(keys, 3833);
     EXPECT_EQ(calls - keys, 1583);
+    // Who held each refused key.
+    const RefusedKeys& refused = Catalog().Refusals();
+    EXPECT_EQ(refused.sameTypeOtherLanguage, 1530);
+    EXPECT_EQ(refused.sameTypeSameLanguage, 11);
+    EXPECT_EQ(refused.operatorHeld, 22);
+    EXPECT_EQ(refused.otherType, 20);
 }
 
 TEST(Dictionary, UnitTextsThatOperatorsHoldReadAsTheOperators) {
