@@ -2,6 +2,7 @@
 
 #include <cmath>
 
+#include "formatting/compound_marks.h"
 #include "formatting/render_number.h"
 #include "frame/formatter_impl.h"
 
@@ -9,21 +10,18 @@ namespace Mensura {
 
 namespace {
 
-constexpr std::int64_t kFailure = -static_cast<std::int64_t>(ErrorCode::Failure);
+using CompoundMarks::Fraction;
+using CompoundMarks::kDoublePrime;
+using CompoundMarks::kFailure;
+using CompoundMarks::kPrime;
+
 constexpr int kDegree = 0x8002;
 constexpr char16_t kDegreeSign = u'\u00B0';
-constexpr char16_t kPrime = u'\u2032';
-constexpr char16_t kDoublePrime = u'\u2033';
 
 double PowerOfTen(int exponent) {
     double power = 1.0;
     for (int i = 0; i < exponent; ++i) power *= 10.0;
     return power;
-}
-
-double Fraction(double x) {
-    double whole = 0.0;
-    return std::modf(x, &whole);
 }
 
 // An angle in degrees split into the numbers that d shows, rounded on the

@@ -2,6 +2,7 @@
 
 #include <cmath>
 
+#include "formatting/compound_marks.h"
 #include "formatting/custom_symbol.h"
 #include "formatting/render_number.h"
 #include "frame/formatter_impl.h"
@@ -11,17 +12,13 @@ namespace Mensura {
 
 namespace {
 
-constexpr std::int64_t kFailure = -static_cast<std::int64_t>(ErrorCode::Failure);
-constexpr int kInch = 0x2016;
-constexpr char16_t kPrime = u'\u2032';
-constexpr char16_t kDoublePrime = u'\u2033';
-constexpr char16_t kEnDash = u'\u2013';
+using CompoundMarks::kDoublePrime;
+using CompoundMarks::kFailure;
+using CompoundMarks::kPrime;
+using CompoundMarks::WholePart;
 
-double WholePart(double x) {
-    double whole = 0.0;
-    std::modf(x, &whole);
-    return whole;
-}
+constexpr int kInch = 0x2016;
+constexpr char16_t kEnDash = u'\u2013';
 
 }  // namespace
 
