@@ -40,23 +40,23 @@ bool Arguments::Read(const std::vector<std::string_view>& arguments,
             name = argument.substr(0, equals);
             value = argument.substr(equals + 1);
         }
-        const OptionSpec* spec = nullptr;
+        const OptionSpec* option = nullptr;
         for (const auto& group : specs) {
             for (const OptionSpec& candidate : group) {
-                if (candidate.name == name) spec = &candidate;
+                if (candidate.name == name) option = &candidate;
             }
         }
-        if (spec == nullptr) {
+        if (option == nullptr) {
             problem = "unknown option '" + std::string(name) + "'";
             return false;
         }
-        if (spec->takesValue && !inline_value) {
+        if (option->takesValue && !inline_value) {
             if (i + 1 == arguments.size()) {
                 problem = std::string(name) + " needs a value";
                 return false;
             }
             value = arguments[++i];
-        } else if (!spec->takesValue && inline_value) {
+        } else if (!option->takesValue && inline_value) {
             problem = std::string(name) + " takes no value";
             return false;
         }
