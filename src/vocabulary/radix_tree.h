@@ -4,9 +4,10 @@
 //
 // Layout: the tree keeps everything in three pools of its own, so that
 // thousands of keys take about a hundred allocations rather than a few a key.
-// - Nodes sit in blocks of 128 that never move, so growing copies no node; a
-//   node is named by its 32-bit index, the root by 0. Released nodes go on a
-//   free list for reuse.
+// - The root lives in the tree itself, so that a lookup starts without a load.
+//   Every other node sits in blocks of 128 that never move, so growing copies
+//   no node, and is named by its 32-bit index; 0 names none. Released nodes
+//   go on a free list for reuse.
 // - `units` holds the texts of the run nodes, each a span of it; no two runs
 //   share a unit.
 // - `edges` holds the children of the branch nodes: each branch has a span of
@@ -38,8 +39,7 @@ namespace Mensura {
 // - branch node: a child is reached by consuming its one unit;
 // - leaf node: nothing continues here.
 // The key of a node is the sequence of units consumed from the root to it, and
-// `value` is the value of that key. The root starts as a leaf without a value;
-// an empty tree has not made it yet.
+// `value` is the value of that key. The root starts as a leaf without a value.
 template <typename Value>
 class RadixTree {
 public:
@@ -82,7 +82,7 @@ private:
     static bool UnitBelow(const Edge& edge, char16_t unit) { return edge.unit < unit; }
 
     int Bind(const char16_t* text, Value value, bool replace);
-    bool Unbind(Index at, const char16_t* rest, bool& erased);
+    bool Unbind(Node& node, const char16_t* rest, bool& erased);
     // A new leaf without a value, from the free list when it has one.
     Index NewNode();
     void Release(Index at);
@@ -112,9 +112,10 @@ private:
     Node& At(Index at) { return blocks[at >> kBlockBits][at & (kBlockSize - 1)]; }
     const Node& At(Index at) const { return blocks[at >> kBlockBits][at & (kBlockSize - 1)]; }
 
+    Node root;
     std::vector<std::unique_ptr<Node[]>> blocks;
-    Index nodeCount = 0;  // nodes made so far, released ones included
-    Index freeNodes = 0;  // the first released node; 0, the root, ends the list
+    Index nodeCount = 1;  // nodes made so far, released ones included; 0 names none
+    Index freeNodes = 0;  // the first released node; 0 ends the list
     std::vector<char16_t> units;
     std::vector<Edge> edges;
 };
@@ -122,8 +123,9 @@ private:
 template <typename Value>
 RadixTree<Value>& RadixTree<Value>::operator=(RadixTree&& other) noexcept {
     if (this == &other) return *this;
+    root = std::exchange(other.root, Node{});
     blocks = std::move(other.blocks);
-    nodeCount = std::exchange(other.nodeCount, 0);
+    nodeCount = std::exchange(other.nodeCount, 1);
     freeNodes = std::exchange(other.freeNodes, 0);
     units = std::move(other.units);
     edges = std::move(other.edges);
@@ -141,7 +143,7 @@ typename RadixTree<Value>::Index RadixTree<Value>::NewNode() {
         At(at) = Node{};
         return at;
     }
-    if (nodeCount == blocks.size() * kBlockSize) {
+    if (nodeCount >= blocks.size() * kBlockSize) {  // index 0 leaves its slot unused
         blocks.push_back(std::make_unique<Node[]>(kBlockSize));
     }
     return nodeCount++;
@@ -174,20 +176,19 @@ void RadixTree<Value>::AddEdge(Node& branch, char16_t unit, Index child) {
 template <typename Value>
 int RadixTree<Value>::Bind(const char16_t* text, Value value, bool replace) {
     if (text == nullptr) return 1;
-    if (nodeCount == 0) NewNode();  // the root
-    Index at = 0;
+    Node* current = &root;
     const char16_t* rest = text;
     // Whatever can fail to allocate happens before a node that is reachable
     // changes; a failure leaves at most an unreachable node behind.
     while (*rest != 0) {
-        Node& node = At(at);
+        Node& node = *current;
         if (node.form == Form::Branch) {
             if (const Edge* edge = FindEdge(node, *rest)) {
-                at = edge->child;
+                current = &At(edge->child);
             } else {
                 const Index child = NewNode();
                 AddEdge(node, *rest, child);
-                at = child;
+                current = &At(child);
             }
             ++rest;
             continue;
@@ -205,7 +206,7 @@ int RadixTree<Value>::Bind(const char16_t* text, Value value, bool replace) {
         }
         const Index n = CommonLength(units.data() + node.first, node.count, rest);
         if (n == node.count) {  // the whole run matches: go on behind it
-            at = node.link;
+            current = &At(node.link);
             rest += n;
             continue;
         }
@@ -226,21 +227,23 @@ int RadixTree<Value>::Bind(const char16_t* text, Value value, bool replace) {
             At(remainder) =
                 Node{Value{}, node.first + n + 1, node.count - n - 1, node.link, Form::Run};
         }
-        const Index branch = n > 0 ? NewNode() : at;
+        const Index branch = n > 0 ? NewNode() : 0;
         const auto first = static_cast<Index>(edges.size());
         const Edge oldSide{units[node.first + n], remainder};
         const Edge newEdge{rest[n], newSide};
         edges.push_back(oldSide.unit < newEdge.unit ? oldSide : newEdge);
         edges.push_back(oldSide.unit < newEdge.unit ? newEdge : oldSide);
-        if (branch != at) {
+        if (n > 0) {  // the run keeps its units before n and leads to the branch
+            At(branch) = Node{Value{}, first, 2, 2, Form::Branch};
             node.count = n;
             node.link = branch;
+        } else {  // the node itself becomes the branch
+            node = Node{node.value, first, 2, 2, Form::Branch};
         }
-        At(branch) = Node{branch == at ? node.value : Value{}, first, 2, 2, Form::Branch};
-        at = newSide;
+        current = &At(newSide);
         rest += n + 1;
     }
-    Node& node = At(at);
+    Node& node = *current;
     if (node.value != Value{} && !replace) return 1;
     node.value = value;
     return 0;
@@ -248,24 +251,23 @@ int RadixTree<Value>::Bind(const char16_t* text, Value value, bool replace) {
 
 template <typename Value>
 int RadixTree<Value>::Erase(const char16_t* text) {
-    if (text == nullptr || nodeCount == 0) return 1;
+    if (text == nullptr) return 1;
     bool erased = false;
-    Unbind(0, text, erased);
+    Unbind(root, text, erased);
     return erased ? 0 : 1;
 }
 
-// Unbinds the key `rest` below node `at`. Returns true when that node has
+// Unbinds the key `rest` below node. Returns true when node has
 // become a leaf without a value, which its parent then releases.
 template <typename Value>
-bool RadixTree<Value>::Unbind(Index at, const char16_t* rest, bool& erased) {
-    Node& node = At(at);
+bool RadixTree<Value>::Unbind(Node& node, const char16_t* rest, bool& erased) {
     if (*rest == 0) {
         erased = node.value != Value{};
         node.value = Value{};
     } else if (node.form == Form::Branch) {
         const Edge* found = FindEdge(node, *rest);
         if (found == nullptr) return false;
-        if (Unbind(found->child, rest + 1, erased)) {
+        if (Unbind(At(found->child), rest + 1, erased)) {
             Release(found->child);
             const auto edge = edges.begin() + (found - edges.data());
             std::copy(edge + 1, edges.begin() + node.first + node.count, edge);
@@ -276,7 +278,7 @@ bool RadixTree<Value>::Unbind(Index at, const char16_t* rest, bool& erased) {
         }
     } else if (node.form == Form::Run) {
         if (CommonLength(units.data() + node.first, node.count, rest) < node.count) return false;
-        if (Unbind(node.link, rest + node.count, erased)) {
+        if (Unbind(At(node.link), rest + node.count, erased)) {
             Release(node.link);
             if (node.first + node.count == units.size()) units.resize(node.first);
             node.count = 0;
@@ -290,9 +292,9 @@ bool RadixTree<Value>::Unbind(Index at, const char16_t* rest, bool& erased) {
 
 template <typename Value>
 Value RadixTree<Value>::FindLongest(const char16_t* text, std::size_t* matched) const {
-    if (text == nullptr || nodeCount == 0) return Value{};
+    if (text == nullptr) return Value{};
     Value best{};
-    const Node* node = &At(0);
+    const Node* node = &root;
     std::size_t count = 0;
     for (;;) {
         if (node->value != Value{}) {
