@@ -81,4 +81,10 @@ int LinearSymbol::Evaluate(SymbolList& list, SymbolList::iterator& position, boo
     return JoinNumberBefore(list, position, NumberConverter());
 }
 
+int UnitOfKey(const IParseSymbol* holder) {
+    if (const auto* generic = dynamic_cast<const GenericSymbol*>(holder)) return generic->Unit();
+    if (const auto* linear = dynamic_cast<const LinearSymbol*>(holder)) return linear->ScaleUnit();
+    return 0;
+}
+
 }  // namespace Mensura

@@ -152,6 +152,10 @@ private:
     int sizeUnit;
 };
 
+// The unit type that a key of the dictionary names when a unit symbol holds
+// it; 0 for an operator or a mark.
+int UnitOfKey(const IParseSymbol* holder);
+
 }  // namespace Mensura
 
 #endif  // MENSURA_FORMATTING_FORMAT_SYMBOL_H

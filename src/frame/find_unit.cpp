@@ -18,14 +18,8 @@ ErrorCode Formatter::FindUnit(const char16_t* text, int& unit) {
         return ErrorCode::Failure;
     }
     // Only unit symbols name a unit; operators and marks hold keys too.
-    int found = 0;
-    if (const auto* generic = dynamic_cast<const GenericSymbol*>(symbol)) {
-        found = generic->Unit();
-    } else if (const auto* linear = dynamic_cast<const LinearSymbol*>(symbol)) {
-        found = linear->ScaleUnit();
-    } else {
-        return ErrorCode::Failure;
-    }
+    const int found = UnitOfKey(symbol);
+    if (found == 0) return ErrorCode::Failure;
     unit = found & static_cast<int>(UnitId::UnitMask);
     return ErrorCode::Success;
 }

@@ -109,13 +109,7 @@ int BearingEndSymbol::Evaluate(SymbolList& list, SymbolList::iterator& position,
     const SymbolList::iterator letter = position;
     if (letter.next() != list.end()) return 1;
     if (letter == list.begin()) {
-        double base = 0.0;
-        if (ConverterOf(kDegree).ToBase(IsWest() ? 180.0 : 0.0, base, dimensions) !=
-            ErrorCode::Success) {
-            return 1;
-        }
-        list.Replace<ResultSymbol>(letter, dimensions, base);
-        return 0;
+        return FinishAngle(list, position, IsWest() ? 180.0 : 0.0, kDegree, dimensions);
     }
     // Number ″ letter, the number in seconds of arc.
     const SymbolList::iterator mark = letter.previous();

@@ -1,5 +1,6 @@
 // Fills the symbol trees, the group names and the parse dictionary at load,
 // from the vocabulary lists of both languages.
+#include <algorithm>
 #include <iterator>
 #include <memory>
 #include <vector>
@@ -83,6 +84,46 @@ constexpr GroupLine kChineseGroups[] = {
 #undef TYPE
 #undef GROUP
 
+// Both lists stand in the order of groups and, within a group, of types:
+// a group's lines are one run, found by a binary search.
+template <typename Entry, std::size_t N>
+constexpr bool InPlaceOrder(const TypeLine<Entry> (&lines)[N]) {
+    for (std::size_t i = 1; i < N; ++i) {
+        const auto& a = lines[i - 1];
+        const auto& b = lines[i];
+        if (a.group > b.group || (a.group == b.group && a.type >= b.type)) return false;
+    }
+    return true;
+}
+static_assert(InPlaceOrder(kEnglishTypes), "english.inc: groups and types out of order");
+static_assert(InPlaceOrder(kChineseTypes), "chinese.inc: groups and types out of order");
+
+template <typename Entry>
+struct LineRun {
+    const TypeLine<Entry>* first;
+    const TypeLine<Entry>* last;
+    const TypeLine<Entry>* begin() const { return first; }
+    const TypeLine<Entry>* end() const { return last; }
+};
+
+template <typename Entry, std::size_t N>
+LineRun<Entry> LinesOf(const TypeLine<Entry> (&lines)[N], int group) {
+    const auto* first = std::lower_bound(
+        lines, lines + N, group, [](const TypeLine<Entry>& line, int g) { return line.group < g; });
+    const auto* last = std::upper_bound(
+        first, lines + N, group, [](int g, const TypeLine<Entry>& line) { return g < line.group; });
+    return {first, last};
+}
+
+// The line of one type, or null when the list has none.
+template <typename Entry, std::size_t N>
+const TypeLine<Entry>* LineOf(const TypeLine<Entry> (&lines)[N], int group, int type) {
+    for (const auto& line : LinesOf(lines, group)) {
+        if (line.type == type) return &line;
+    }
+    return nullptr;
+}
+
 // The order in which groups register, the same in both languages.
 constexpr int kRegistrationOrder[] = {
     1,  2,  3,  4,  5,  6,  44, 13, 42, 7,  8,  9,  10, 11, 12, 49, 50, 14, 15, 40, 33, 16, 17,
@@ -154,37 +195,24 @@ private:
     };
 
     void RegisterEnglish() {
-        std::vector<std::vector<const TypeLine<EnglishEntry>*>> byGroup(kGroupCount + 1);
-        for (const auto& line : kEnglishTypes) byGroup[line.group].push_back(&line);
         StartLanguage(0, kEnglishGroups);
         for (int group : kRegistrationOrder) {
             StartGroup(0, group);
-            for (const auto* line : byGroup[group]) {
-                TakeEnglish(*line);
-                AddType(0, group, line->type, symbols);
+            for (const auto& line : LinesOf(kEnglishTypes, group)) {
+                TakeEnglish(line);
+                AddType(0, group, line.type, symbols);
             }
         }
     }
 
     // Chinese is English where its list says nothing.
     void RegisterChinese() {
-        std::vector<std::vector<const TypeLine<EnglishEntry>*>> english(kGroupCount + 1);
-        for (const auto& line : kEnglishTypes) english[line.group].push_back(&line);
-        std::vector<std::vector<const TypeLine<ChineseEntry>*>> chinese(kGroupCount + 1);
-        for (const auto& line : kChineseTypes) {
-            auto& types = chinese[line.group];
-            if (types.size() < static_cast<std::size_t>(line.type)) types.resize(line.type);
-            types[line.type - 1] = &line;
-        }
         StartLanguage(1, kChineseGroups);
         for (int group : kRegistrationOrder) {
             StartGroup(1, group);
-            for (const auto* line : english[group]) {
-                TakeEnglish(*line);
-                const auto& types = chinese[group];
-                if (static_cast<std::size_t>(line->type) <= types.size() &&
-                    types[line->type - 1] != nullptr) {
-                    const auto* own = types[line->type - 1];
+            for (const auto& line : LinesOf(kEnglishTypes, group)) {
+                TakeEnglish(line);
+                if (const auto* own = LineOf(kChineseTypes, group, line.type)) {
                     for (std::size_t i = 0; i < own->count; ++i) {
                         const ChineseEntry& entry = own->entries[i];
                         // The place keeps its class and marks; text and keys are its own.
@@ -193,7 +221,7 @@ private:
                         place.keys = entry.keys;
                     }
                 }
-                AddType(1, group, line->type, symbols);
+                AddType(1, group, line.type, symbols);
             }
         }
     }
@@ -323,12 +351,8 @@ private:
         std::size_t matched = 0;
         const IParseSymbol* holder = catalog.dictionary.FindLongest(key, &matched);
         RefusedKeys& refusals = catalog.refusals;
-        int holderUnit = 0;
-        if (const auto* generic = dynamic_cast<const GenericSymbol*>(holder)) {
-            holderUnit = generic->Unit();
-        } else if (const auto* linear = dynamic_cast<const LinearSymbol*>(holder)) {
-            holderUnit = linear->ScaleUnit();
-        } else {
+        const int holderUnit = UnitOfKey(holder);
+        if (holderUnit == 0) {
             ++refusals.operatorHeld;
             return;
         }
