@@ -50,10 +50,16 @@ public:
 
     // Binds the key `text` to value. Returns 0 when bound; 1, with nothing
     // changed, when text is null or the key already has a value.
-    int Insert(const char16_t* text, Value value) { return Bind(text, value, false); }
+    int Insert(const char16_t* text, Value value) { return Bind(text, value, false, nullptr); }
+    // The same, and when the key already has a value, holder receives it.
+    int Insert(const char16_t* text, Value value, Value& holder) {
+        return Bind(text, value, false, &holder);
+    }
     // Binds the key `text` to value, replacing the value it had. Returns 0,
     // or 1 for a null text.
-    int InsertOrAssign(const char16_t* text, Value value) { return Bind(text, value, true); }
+    int InsertOrAssign(const char16_t* text, Value value) {
+        return Bind(text, value, true, nullptr);
+    }
     // Unbinds the key `text`; nodes that no longer lead to a value go.
     // Returns 0 when the key had a value, else 1 (a null text included).
     int Erase(const char16_t* text);
@@ -81,7 +87,7 @@ private:
     };
     static bool UnitBelow(const Edge& edge, char16_t unit) { return edge.unit < unit; }
 
-    int Bind(const char16_t* text, Value value, bool replace);
+    int Bind(const char16_t* text, Value value, bool replace, Value* holder);
     bool Unbind(Node& node, const char16_t* rest, bool& erased);
     // A new leaf without a value, from the free list when it has one.
     Index NewNode();
@@ -174,7 +180,7 @@ void RadixTree<Value>::AddEdge(Node& branch, char16_t unit, Index child) {
 }
 
 template <typename Value>
-int RadixTree<Value>::Bind(const char16_t* text, Value value, bool replace) {
+int RadixTree<Value>::Bind(const char16_t* text, Value value, bool replace, Value* holder) {
     if (text == nullptr) return 1;
     Node* current = &root;
     const char16_t* rest = text;
@@ -244,7 +250,10 @@ int RadixTree<Value>::Bind(const char16_t* text, Value value, bool replace) {
         rest += n + 1;
     }
     Node& node = *current;
-    if (node.value != Value{} && !replace) return 1;
+    if (node.value != Value{} && !replace) {
+        if (holder != nullptr) *holder = node.value;
+        return 1;
+    }
     node.value = value;
     return 0;
 }

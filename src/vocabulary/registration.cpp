@@ -342,14 +342,16 @@ private:
     // A unit symbol's key; a refusal is sorted by the key's holder.
     void Insert(DictionaryCounts& counts, const char16_t* key, const IParseSymbol* symbol,
                 int language, int unit) {
-        const int accepted = counts.accepted;
-        Insert(counts, key, symbol);
-        if (counts.accepted == accepted) NoteRefusal(key, language, unit);
+        ++counts.calls;
+        const IParseSymbol* holder = nullptr;
+        if (catalog.dictionary.Insert(key, symbol, holder) == 0) {
+            ++counts.accepted;
+        } else {
+            NoteRefusal(holder, language, unit);
+        }
     }
 
-    void NoteRefusal(const char16_t* key, int language, int unit) {
-        std::size_t matched = 0;
-        const IParseSymbol* holder = catalog.dictionary.FindLongest(key, &matched);
+    void NoteRefusal(const IParseSymbol* holder, int language, int unit) {
         RefusedKeys& refusals = catalog.refusals;
         const int holderUnit = UnitOfKey(holder);
         if (holderUnit == 0) {

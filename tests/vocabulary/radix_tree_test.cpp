@@ -82,7 +82,14 @@ TEST(RadixTree, InsertOfAnExistingKeyKeepsTheOldValue) {
         EXPECT_EQ(tree.Insert(key, &first), 1);
         EXPECT_EQ(tree.Insert(key, &second), 1);
         EXPECT_EQ(tree.FindLongest(key, nullptr), &first);
+        // A refused insertion tells who holds the key.
+        const Thing* holder = nullptr;
+        EXPECT_EQ(tree.Insert(key, &second, holder), 1);
+        EXPECT_EQ(holder, &first);
     }
+    const Thing* untouched = &second;
+    EXPECT_EQ(tree.Insert(u"metre", &first, untouched), 0);
+    EXPECT_EQ(untouched, &second);
 }
 
 TEST(RadixTree, EmptyKeySitsOnTheRootAndIsTheFallback) {
