@@ -39,32 +39,41 @@ FormatterImpl::FormatterImpl(int locale)
     numberTokens.InsertOrAssign(negativeSign.c_str(), NumberToken::NegativeSign);
     numberTokens.InsertOrAssign(groupSeparator.c_str(), NumberToken::GroupSeparator);
     numberTokens.InsertOrAssign(decimalSeparator.c_str(), NumberToken::DecimalSeparator);
-    NoteTokenStarts();
+    IndexTokens();
 }
 
 void FormatterImpl::ReplaceToken(std::u16string& setting, const char16_t* text, int code) {
     numberTokens.Erase(setting.c_str());
     setting = text;
     numberTokens.InsertOrAssign(setting.c_str(), code);
-    NoteTokenStarts();
+    IndexTokens();
 }
 
-void FormatterImpl::NoteTokenStarts() {
-    asciiTokenStarts = {};
+void FormatterImpl::IndexTokens() {
+    emptyToken = numberTokens.FindLongest(u"", nullptr);
+    asciiTokens.fill(kNoToken);
     otherTokenStarts = false;
-    auto note = [this](char16_t unit) {
+    auto note = [this](const char16_t* text) {
+        const char16_t unit = text[0];
+        if (unit == 0) return;
         if (unit >= 128) {
             otherTokenStarts = true;
-        } else {
-            asciiTokenStarts[unit >> 6] |= std::uint64_t{1} << (unit & 63);
+        } else if (text[1] != 0) {
+            asciiTokens[unit] = kLongerToken;
+        } else if (asciiTokens[unit] != kLongerToken) {
+            const char16_t alone[] = {unit, 0};
+            asciiTokens[unit] = static_cast<std::int8_t>(numberTokens.FindLongest(alone, nullptr));
         }
     };
-    for (char16_t digit : nativeDigits) note(digit);
-    note(u'e');
-    note(u'E');
+    for (char16_t digit : nativeDigits) {
+        const char16_t text[] = {digit, 0};
+        note(text);
+    }
+    note(u"e");
+    note(u"E");
     for (const std::u16string* text :
          {&positiveSign, &negativeSign, &groupSeparator, &decimalSeparator}) {
-        if (!text->empty()) note(text->front());
+        note(text->c_str());
     }
 }
 
@@ -89,7 +98,7 @@ ErrorCode FormatterImpl::SetNativeDigits(const char16_t* digits) {
         const char16_t digit[] = {nativeDigits[d], 0};
         numberTokens.InsertOrAssign(digit, NumberToken::Digit(d));
     }
-    NoteTokenStarts();
+    IndexTokens();
     return ErrorCode::Success;
 }
 

@@ -178,13 +178,24 @@ private:
     // Erases the old text from NumberTokens, stores the new one, and inserts
     // it with code.
     void ReplaceToken(std::u16string& setting, const char16_t* text, int code);
-    // Notes the first unit of every setting that makes a number token.
-    void NoteTokenStarts();
+    // Fills the scanner's table from NumberTokens and the settings.
+    void IndexTokens();
     // Whether a token of some length may begin with unit: when not, the
     // scanner finds at most an empty sign there, and no number.
     bool MayStartToken(char16_t unit) const {
-        return unit >= 128 ? otherTokenStarts
-                           : (asciiTokenStarts[unit >> 6] >> (unit & 63) & 1) != 0;
+        return unit < 128 ? asciiTokens[unit] != kNoToken : otherTokenStarts;
+    }
+    // What NumberTokens finds at the start of text, which is not empty.
+    int TokenAt(const char16_t* text) const {
+        const char16_t unit = *text;
+        if (unit < 128) {
+            const std::int8_t code = asciiTokens[unit];
+            if (code >= 0) return code;
+            if (code == kNoToken) return emptyToken;
+        } else if (!otherTokenStarts) {
+            return emptyToken;
+        }
+        return numberTokens.FindLongest(text, nullptr);
     }
 
     std::array<char16_t, 10> nativeDigits;
@@ -196,10 +207,16 @@ private:
     int decimalDigits = 2;
     std::vector<int> groupSizes;  // nearest the decimal point first; the last repeats
     NumberTokenTree numberTokens;
-    // The first units of the settings' texts, kept with every setter: a cheap
-    // first look for the scanner, which is asked at every place of a text.
-    std::array<std::uint64_t, 2> asciiTokenStarts{};
-    bool otherTokenStarts = false;
+    // The scanner asks for a token at every place of a text, and nearly
+    // always at a unit that is a whole token or none: for the units below
+    // 128 this table holds the token's code, kNoToken where no token begins,
+    // and kLongerToken where a token of several units does, which NumberTokens
+    // then reads. It follows every setter.
+    static constexpr std::int8_t kNoToken = -1;
+    static constexpr std::int8_t kLongerToken = -2;
+    std::array<std::int8_t, 128> asciiTokens{};
+    bool otherTokenStarts = false;       // some token begins with a unit of 128 or more
+    int emptyToken = NumberToken::None;  // the code of the empty text: an empty sign
     SymbolStrings formatSymbolStrings;
     SymbolStrings parseSymbolStrings;
     // The paths of the objects of both maps; it points into them.

@@ -157,7 +157,7 @@ std::int64_t FormatterImpl::ScanNumber(const char16_t* text, double* value,
     std::size_t position = 0;
     State state = State::Start;
 
-    int code = numberTokens.FindLongest(text, nullptr);
+    int code = TokenAt(text);
     while (code != NumberToken::None) {
         const int tokenClass = (code - 4) / 4;
         std::size_t length = 1;
@@ -257,7 +257,7 @@ std::int64_t FormatterImpl::ScanNumber(const char16_t* text, double* value,
         if (digit) consumed = position;
         state = next;
         if (text[position] == 0) break;
-        code = numberTokens.FindLongest(text + position, nullptr);
+        code = TokenAt(text + position);
     }
     if (consumed == 0) return 0;
 

@@ -4,7 +4,10 @@
 //
 // Layout: the tree keeps everything in three pools of its own, so that
 // thousands of keys take about a hundred allocations rather than a few a key.
-// - The root lives in the tree itself, so that a lookup starts without a load.
+// - The root lives in the tree itself, so that a lookup starts without a load,
+//   and when it branches, its children by the units below 256 are also found
+//   in a table of their own: the root is the widest node by far, and every
+//   lookup and every insertion passes it.
 //   Every other node sits in blocks of 128 that never move, so growing copies
 //   no node, and is named by its 32-bit index; 0 names none. Released nodes
 //   go on a free list for reuse.
@@ -18,6 +21,7 @@
 #define MENSURA_VOCABULARY_RADIX_TREE_H
 
 #include <algorithm>
+#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <memory>
@@ -94,6 +98,16 @@ private:
     void Release(Index at);
     // Adds to branch an edge by unit, which it does not have yet.
     void AddEdge(Node& branch, char16_t unit, Index child);
+    // Keeps the root's table in step with an edge of the root.
+    void NoteRootEdge(const Node& branch, char16_t unit, Index child) {
+        if (&branch == &root && unit < kDirectUnits) rootChildren[unit] = child;
+    }
+    // The child by unit of a branch node, or 0.
+    Index ChildOf(const Node& branch, char16_t unit) const {
+        if (&branch == &root && unit < kDirectUnits) return rootChildren[unit];
+        const Edge* edge = FindEdge(branch, unit);
+        return edge != nullptr ? edge->child : 0;
+    }
     // The edge by unit of a branch node, or null. Building walks thousands of
     // different keys, whose turns no predictor learns, so this binary search
     // picks each half without a jump.
@@ -118,7 +132,10 @@ private:
     Node& At(Index at) { return blocks[at >> kBlockBits][at & (kBlockSize - 1)]; }
     const Node& At(Index at) const { return blocks[at >> kBlockBits][at & (kBlockSize - 1)]; }
 
+    static constexpr char16_t kDirectUnits = 256;
+
     Node root;
+    std::array<Index, kDirectUnits> rootChildren{};  // while the root branches
     std::vector<std::unique_ptr<Node[]>> blocks;
     Index nodeCount = 1;  // nodes made so far, released ones included; 0 names none
     Index freeNodes = 0;  // the first released node; 0 ends the list
@@ -130,6 +147,7 @@ template <typename Value>
 RadixTree<Value>& RadixTree<Value>::operator=(RadixTree&& other) noexcept {
     if (this == &other) return *this;
     root = std::exchange(other.root, Node{});
+    rootChildren = std::exchange(other.rootChildren, {});
     blocks = std::move(other.blocks);
     nodeCount = std::exchange(other.nodeCount, 1);
     freeNodes = std::exchange(other.freeNodes, 0);
@@ -177,6 +195,7 @@ void RadixTree<Value>::AddEdge(Node& branch, char16_t unit, Index child) {
     std::copy_backward(place, end, end + 1);
     *place = Edge{unit, child};
     ++branch.count;
+    NoteRootEdge(branch, unit, child);
 }
 
 template <typename Value>
@@ -189,13 +208,12 @@ int RadixTree<Value>::Bind(const char16_t* text, Value value, bool replace, Valu
     while (*rest != 0) {
         Node& node = *current;
         if (node.form == Form::Branch) {
-            if (const Edge* edge = FindEdge(node, *rest)) {
-                current = &At(edge->child);
-            } else {
-                const Index child = NewNode();
+            Index child = ChildOf(node, *rest);
+            if (child == 0) {
+                child = NewNode();
                 AddEdge(node, *rest, child);
-                current = &At(child);
             }
+            current = &At(child);
             ++rest;
             continue;
         }
@@ -245,6 +263,8 @@ int RadixTree<Value>::Bind(const char16_t* text, Value value, bool replace, Valu
             node.link = branch;
         } else {  // the node itself becomes the branch
             node = Node{node.value, first, 2, 2, Form::Branch};
+            NoteRootEdge(node, oldSide.unit, oldSide.child);
+            NoteRootEdge(node, newEdge.unit, newEdge.child);
         }
         current = &At(newSide);
         rest += n + 1;
@@ -278,6 +298,7 @@ bool RadixTree<Value>::Unbind(Node& node, const char16_t* rest, bool& erased) {
         if (found == nullptr) return false;
         if (Unbind(At(found->child), rest + 1, erased)) {
             Release(found->child);
+            NoteRootEdge(node, found->unit, 0);
             const auto edge = edges.begin() + (found - edges.data());
             std::copy(edge + 1, edges.begin() + node.first + node.count, edge);
             if (--node.count == 0) {
@@ -313,6 +334,13 @@ Value RadixTree<Value>::FindLongest(const char16_t* text, std::size_t* matched) 
         const char16_t unit = text[count];
         if (unit == 0) break;
         if (node->form == Form::Branch) {
+            if (node == &root && unit < kDirectUnits) {
+                const Index child = rootChildren[unit];
+                if (child == 0) break;
+                node = &At(child);
+                ++count;
+                continue;
+            }
             // Parsing looks up the same few texts again and again: here a
             // search with predicted jumps runs ahead of its loads.
             const Edge* begin = edges.data() + node->first;

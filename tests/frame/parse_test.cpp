@@ -107,7 +107,14 @@ TEST(ParseNumbers, FollowChangedSettings) {
 
     Formatter longSigns;
     longSigns.SetNegativeSign(u"minus ");
-    ExpectReads(longSigns, kMeter, {{u"minus 3 m", -3.0}});
+    ExpectReads(longSigns, kMeter, {{u"minus 3 m", -3.0}, {u"4 m", 4.0}});
+    ExpectRefused(longSigns, kMeter, {u"minu 3 m"});
+
+    // A token of two units that begins with a token of one: the longer wins.
+    Formatter quoted;
+    ASSERT_EQ(quoted.SetNumberGroupSeparator(u"'"), ErrorCode::Success);
+    ASSERT_EQ(quoted.SetNumberDecimalSeparator(u"''"), ErrorCode::Success);
+    ExpectReads(quoted, kMeter, {{u"1'000''5 m", 1000.5}, {u"1'5 m", 15.0}, {u"''5 m", 0.5}});
 }
 
 TEST(ParseUnits, ReadKeysOfTheDictionaryWhole) {
