@@ -32,7 +32,7 @@ UnitCatalog::~UnitCatalog() {
     converters.clear();
     for (auto& language : symbols) language.clear();
     operators.clear();
-    dimensionIndex.clear();
+    dimensionIndex.Clear();
     dictionary = RadixTree<const IParseSymbol*>();
 }
 
@@ -105,14 +105,8 @@ ErrorCode UnitCatalog::CopyDisplayName(int id, char16_t* buffer, std::size_t siz
 }
 
 void UnitCatalog::RegisterDimensions(const Dimensions& exponents, int group) {
-    auto [entry, inserted] = dimensionIndex.emplace(exponents, group);
-    // A second group with the same exponents makes the key ambiguous for good.
-    if (!inserted) entry->second = 0;
-}
-
-int UnitCatalog::FindGroupByDimensions(const Dimensions& exponents) const {
-    auto entry = dimensionIndex.find(exponents);
-    return entry == dimensionIndex.end() ? 0 : entry->second;
+    // The 68 groups of the conversion table fit with room to spare.
+    dimensionIndex.Register(exponents, group);
 }
 
 int UnitCatalog::FindGroupByDimensions(const int (&exponents)[7]) const {

@@ -6,12 +6,12 @@
 
 #include <array>
 #include <cstddef>
-#include <map>
 #include <memory>
 #include <new>
 #include <utility>
 #include <vector>
 
+#include "units/dimension_index.h"
 #include "units/dimensions.h"
 #include "units/unit_converter.h"
 #include "units/unit_id.h"
@@ -66,7 +66,9 @@ public:
     // The group id of the one group with these exponents; 0 when none or
     // several groups have them.
     int FindGroupByDimensions(const int (&exponents)[7]) const;
-    int FindGroupByDimensions(const Dimensions& exponents) const;
+    int FindGroupByDimensions(const Dimensions& exponents) const {
+        return dimensionIndex.Find(exponents);
+    }
 
     // Writes the unit type ids of the group of `group` (its other bits merged
     // into every element) when ids is not null, and returns their count; 0
@@ -96,7 +98,7 @@ public:
     const DictionaryCounts& LanguageCounts(int language) const { return languageCounts[language]; }
     const RefusedKeys& Refusals() const { return refusals; }
     // Every key of the exponent index with its group id, or 0 where shared.
-    const std::map<Dimensions, int>& DimensionIndex() const { return dimensionIndex; }
+    const DimensionIndex& GroupsByDimensions() const { return dimensionIndex; }
 
 private:
     friend class ConversionTableBuilder;
@@ -117,7 +119,7 @@ private:
     static UnitCatalog s_instance;
 
     std::vector<std::vector<std::unique_ptr<UnitConverter>>> converters;
-    std::map<Dimensions, int> dimensionIndex;
+    DimensionIndex dimensionIndex;
     std::array<GroupSlots, 256> converterIndex{};
 
     // The symbols live in blocks of the catalogue's own, made in one go at

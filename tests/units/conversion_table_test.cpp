@@ -282,7 +282,7 @@ TEST(ConversionTable, CorrectedFactorsArePhysicallyRight) {
 }
 
 TEST(DimensionIndex, NamesAGroupOnlyWhereExactlyOneGroupHasTheExponents) {
-    const std::map<Dimensions, int>& index = Catalog().DimensionIndex();
+    const DimensionIndex& index = Catalog().GroupsByDimensions();
     EXPECT_EQ(index.size(), 49u);
 
     // The shared keys, each with the groups that share it.
@@ -296,9 +296,9 @@ TEST(DimensionIndex, NamesAGroupOnlyWhereExactlyOneGroupHasTheExponents) {
     };
     std::set<int> sharingGroups;
     for (const auto& [exponents, groups] : shared) {
-        auto entry = index.find(exponents);
-        ASSERT_NE(entry, index.end());
-        EXPECT_EQ(entry->second, 0);
+        const int* entry = index.Lookup(exponents);
+        ASSERT_NE(entry, nullptr);
+        EXPECT_EQ(*entry, 0);
         EXPECT_EQ(Catalog().FindGroupByDimensions(exponents), 0);
         for (int group : groups) {
             EXPECT_EQ(At(group, 1).GetDimensions(), exponents) << "group " << group;
