@@ -66,14 +66,18 @@ ErrorCode FormatterImpl::ParseToBase(const char16_t* text, double& value,
     }
 
     // Every place holds a number or a key of the dictionary: numbers first.
+    // Most places hold a unit or an operator, which the scanner's first look
+    // turns away before it is called.
     while (*cursor != 0) {
-        double number = 0.0;
-        std::uint32_t flags = 0;
-        const std::int64_t length = ScanNumber(cursor, &number, &flags);
-        if (length > 0) {
-            list.PushBackNew<NumberSymbol>(number, flags);
-            cursor += length;
-            continue;
+        if (MayStartToken(*cursor)) {
+            double number = 0.0;
+            std::uint32_t flags = 0;
+            const std::int64_t length = ScanNumber(cursor, &number, &flags);
+            if (length > 0) {
+                list.PushBackNew<NumberSymbol>(number, flags);
+                cursor += length;
+                continue;
+            }
         }
         std::size_t matched = 0;
         const IParseSymbol* symbol = catalog.Dictionary().FindLongest(cursor, &matched);

@@ -8,8 +8,8 @@
 //   and when it branches, its children by the units below 256 are also found
 //   in a table of their own: the root is the widest node by far, and every
 //   lookup and every insertion passes it.
-//   Every other node sits in blocks of 128 that never move, so growing copies
-//   no node, and is named by its 32-bit index; 0 names none. Released nodes
+//   Every other node sits in one array and is named by its 32-bit index; 0
+//   names none. A lookup thus reaches a child with one load. Released nodes
 //   go on a free list for reuse.
 // - `units` holds the texts of the run nodes, each a span of it; no two runs
 //   share a unit.
@@ -63,6 +63,13 @@ public:
     // or 1 for a null text.
     int InsertOrAssign(const char16_t* text, Value value) {
         return Bind(text, value, true, nullptr);
+    }
+    // Makes room for a tree of about this size at once, so that growing to
+    // it moves nothing: a hint, the tree grows past it as needed.
+    void Reserve(std::size_t nodeCount, std::size_t unitCount, std::size_t edgeCount) {
+        ReserveNodes(nodeCount);
+        units.reserve(unitCount);
+        edges.reserve(edgeCount);
     }
     // Unbinds the key `text`; nodes that no longer lead to a value go.
     // Returns 0 when the key had a value, else 1 (a null text included).
@@ -127,18 +134,25 @@ private:
         return n;
     }
 
-    static constexpr Index kBlockBits = 7;
-    static constexpr Index kBlockSize = Index{1} << kBlockBits;
-    Node& At(Index at) { return blocks[at >> kBlockBits][at & (kBlockSize - 1)]; }
-    const Node& At(Index at) const { return blocks[at >> kBlockBits][at & (kBlockSize - 1)]; }
+    Node& At(Index at) { return nodes[at]; }
+    const Node& At(Index at) const { return nodes[at]; }
+    // The node of an index, where 0 stands for the root.
+    Node& NodeOrRoot(Index at) { return at == 0 ? root : nodes[at]; }
+    // Makes room for `count` new nodes, so that making them moves no node
+    // and a reference to one stays good.
+    void ReserveNodes(std::size_t count) {
+        if (nodes.empty()) nodes.emplace_back();  // index 0 leaves its slot unused
+        if (nodes.capacity() - nodes.size() < count) {
+            nodes.reserve(std::max(2 * nodes.capacity(), nodes.size() + count));
+        }
+    }
 
     static constexpr char16_t kDirectUnits = 256;
 
     Node root;
     std::array<Index, kDirectUnits> rootChildren{};  // while the root branches
-    std::vector<std::unique_ptr<Node[]>> blocks;
-    Index nodeCount = 1;  // nodes made so far, released ones included; 0 names none
-    Index freeNodes = 0;  // the first released node; 0 ends the list
+    std::vector<Node> nodes;                         // released ones included
+    Index freeNodes = 0;                             // the first released node; 0 ends the list
     std::vector<char16_t> units;
     std::vector<Edge> edges;
 };
@@ -148,12 +162,11 @@ RadixTree<Value>& RadixTree<Value>::operator=(RadixTree&& other) noexcept {
     if (this == &other) return *this;
     root = std::exchange(other.root, Node{});
     rootChildren = std::exchange(other.rootChildren, {});
-    blocks = std::move(other.blocks);
-    nodeCount = std::exchange(other.nodeCount, 1);
+    nodes = std::move(other.nodes);
     freeNodes = std::exchange(other.freeNodes, 0);
     units = std::move(other.units);
     edges = std::move(other.edges);
-    other.blocks.clear();
+    other.nodes.clear();
     other.units.clear();
     other.edges.clear();
     return *this;
@@ -167,10 +180,9 @@ typename RadixTree<Value>::Index RadixTree<Value>::NewNode() {
         At(at) = Node{};
         return at;
     }
-    if (nodeCount >= blocks.size() * kBlockSize) {  // index 0 leaves its slot unused
-        blocks.push_back(std::make_unique<Node[]>(kBlockSize));
-    }
-    return nodeCount++;
+    ReserveNodes(1);
+    nodes.emplace_back();
+    return static_cast<Index>(nodes.size() - 1);
 }
 
 template <typename Value>
@@ -201,19 +213,21 @@ void RadixTree<Value>::AddEdge(Node& branch, char16_t unit, Index child) {
 template <typename Value>
 int RadixTree<Value>::Bind(const char16_t* text, Value value, bool replace, Value* holder) {
     if (text == nullptr) return 1;
-    Node* current = &root;
+    Index current = 0;  // the root
     const char16_t* rest = text;
     // Whatever can fail to allocate happens before a node that is reachable
     // changes; a failure leaves at most an unreachable node behind.
     while (*rest != 0) {
-        Node& node = *current;
+        // One step makes three nodes at most.
+        ReserveNodes(3);
+        Node& node = NodeOrRoot(current);
         if (node.form == Form::Branch) {
             Index child = ChildOf(node, *rest);
             if (child == 0) {
                 child = NewNode();
                 AddEdge(node, *rest, child);
             }
-            current = &At(child);
+            current = child;
             ++rest;
             continue;
         }
@@ -230,7 +244,7 @@ int RadixTree<Value>::Bind(const char16_t* text, Value value, bool replace, Valu
         }
         const Index n = CommonLength(units.data() + node.first, node.count, rest);
         if (n == node.count) {  // the whole run matches: go on behind it
-            current = &At(node.link);
+            current = node.link;
             rest += n;
             continue;
         }
@@ -266,10 +280,10 @@ int RadixTree<Value>::Bind(const char16_t* text, Value value, bool replace, Valu
             NoteRootEdge(node, oldSide.unit, oldSide.child);
             NoteRootEdge(node, newEdge.unit, newEdge.child);
         }
-        current = &At(newSide);
+        current = newSide;
         rest += n + 1;
     }
-    Node& node = *current;
+    Node& node = NodeOrRoot(current);
     if (node.value != Value{} && !replace) {
         if (holder != nullptr) *holder = node.value;
         return 1;
@@ -334,18 +348,22 @@ Value RadixTree<Value>::FindLongest(const char16_t* text, std::size_t* matched) 
         const char16_t unit = text[count];
         if (unit == 0) break;
         if (node->form == Form::Branch) {
-            if (node == &root && unit < kDirectUnits) {
+            const Edge* edge = edges.data() + node->first;
+            const Edge* end = edge + node->count;
+            if (node != &root) {
+                // Below the root a branch has a few edges, three dozen at
+                // most. Parsing looks up the same few texts again and again:
+                // a scan with predicted jumps runs ahead of its loads.
+                while (edge != end && edge->unit < unit) ++edge;
+            } else if (unit < kDirectUnits) {
                 const Index child = rootChildren[unit];
                 if (child == 0) break;
                 node = &At(child);
                 ++count;
                 continue;
+            } else {
+                edge = std::lower_bound(edge, end, unit, UnitBelow);
             }
-            // Parsing looks up the same few texts again and again: here a
-            // search with predicted jumps runs ahead of its loads.
-            const Edge* begin = edges.data() + node->first;
-            const Edge* end = begin + node->count;
-            const Edge* edge = std::lower_bound(begin, end, unit, UnitBelow);
             if (edge == end || edge->unit != unit) break;
             node = &At(edge->child);
             ++count;

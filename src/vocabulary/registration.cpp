@@ -182,6 +182,9 @@ public:
     void Run() {
         for (auto& language : catalog.symbols) language.clear();
         for (auto& names : catalog.groupNames) names.clear();
+        // Both vocabularies and the operators make about 7,850 nodes, 11,750
+        // units of run text and 8,450 edges: one allocation each.
+        catalog.dictionary.Reserve(8000, 12000, 8600);
         RegisterOperators();
         RegisterEnglish();
         RegisterChinese();
