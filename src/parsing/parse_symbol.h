@@ -59,24 +59,34 @@ enum class ParseKind : std::uint8_t {
 
 class IParseSymbol : public virtual ISymbol {
 public:
+    IParseSymbol() = default;
     const IParseSymbol* AsParse() const override { return this; }
     // Rewrites the list around `position`, which it leaves on a live element
     // or at the end: there the engine goes on. 0 to go on, else a refusal.
     virtual int Evaluate(SymbolList& list, SymbolList::iterator& position, bool firstPass,
                          const Dimensions& dimensions) const = 0;
     virtual ParseKind Kind() const = 0;
-    virtual const OperandSymbol* AsOperand() const { return nullptr; }
-    virtual const OperatorSymbol* AsOperator() const { return nullptr; }
-    virtual const NumberSymbol* AsNumber() const { return nullptr; }
+    // The three families that neighbours in a list ask about, told by a
+    // field rather than a call: the evaluation asks at nearly every step.
+    const OperandSymbol* AsOperand() const;
+    const OperatorSymbol* AsOperator() const;
+    const NumberSymbol* AsNumber() const;
+
+protected:
+    enum class Family : std::uint8_t { Other, Operand, Operator, Number };
+    explicit IParseSymbol(Family f) : family(f) {}
+
+private:
+    Family family = Family::Other;
 };
 
 // A unit: its value is its converter.
 class OperandSymbol : public IParseSymbol {
 public:
+    OperandSymbol() : IParseSymbol(Family::Operand) {}
     int Evaluate(SymbolList& list, SymbolList::iterator& position, bool firstPass,
                  const Dimensions& dimensions) const override;
     ParseKind Kind() const override { return ParseKind::Operand; }
-    const OperandSymbol* AsOperand() const override { return this; }
     virtual const UnitConverter& GetConverter() const = 0;
 };
 
@@ -106,11 +116,10 @@ public:
 // A number read from the text, with what the scanner saw in it.
 class NumberSymbol : public IParseSymbol {
 public:
-    NumberSymbol(double v, std::uint32_t f) : value(v), flags(f) {}
+    NumberSymbol(double v, std::uint32_t f) : IParseSymbol(Family::Number), value(v), flags(f) {}
     int Evaluate(SymbolList& list, SymbolList::iterator& position, bool firstPass,
                  const Dimensions& dimensions) const override;
     ParseKind Kind() const override { return ParseKind::Number; }
-    const NumberSymbol* AsNumber() const override { return this; }
 
     double value;
     std::uint32_t flags;
@@ -124,10 +133,10 @@ public:
     static constexpr std::uint32_t LookAhead = 1;  // has a right side and must see it first
     static constexpr std::uint32_t Postfix = 2;    // applies at once to its left side
 
-    OperatorSymbol(int p, std::uint32_t f) : priority(p), flags(f) {}
+    OperatorSymbol(int p, std::uint32_t f)
+        : IParseSymbol(Family::Operator), priority(p), flags(f) {}
     int Evaluate(SymbolList& list, SymbolList::iterator& position, bool firstPass,
                  const Dimensions& dimensions) const override;
-    const OperatorSymbol* AsOperator() const override { return this; }
     // Carries the operator out; `position` stands on the operator at entry and
     // on the new operand after success. 0, or non-zero to refuse.
     virtual int Apply(SymbolList& list, SymbolList::iterator& position) const = 0;
@@ -135,6 +144,18 @@ public:
     int priority;
     std::uint32_t flags;
 };
+
+inline const OperandSymbol* IParseSymbol::AsOperand() const {
+    return family == Family::Operand ? static_cast<const OperandSymbol*>(this) : nullptr;
+}
+
+inline const OperatorSymbol* IParseSymbol::AsOperator() const {
+    return family == Family::Operator ? static_cast<const OperatorSymbol*>(this) : nullptr;
+}
+
+inline const NumberSymbol* IParseSymbol::AsNumber() const {
+    return family == Family::Number ? static_cast<const NumberSymbol*>(this) : nullptr;
+}
 
 // Reduces the list to one ResultSymbol in two passes: first for layout, then
 // for computation. 0 when a result stands first in the list, else 1; the list

@@ -83,7 +83,21 @@ public:
     }
 
     // Removes the element at `position` and returns the one behind it.
-    iterator Erase(iterator position);
+    iterator Erase(iterator position) {
+        Node* node = position.node;
+        Node* next = node->next;
+        node->previous->next = next;
+        next->previous = node->previous;
+        --count;
+        if (node->owned) Destroy(node->symbol);
+        if (node >= nodes && node < nodes + kInlineNodes) {
+            node->next = freeNodes;
+            freeNodes = node;
+        } else {
+            delete node;
+        }
+        return iterator(next);
+    }
     // Removes the elements from `first` up to, not including, `last`.
     iterator Erase(iterator first, iterator last);
     void Clear() { Erase(begin(), end()); }
@@ -108,10 +122,40 @@ private:
     static constexpr std::size_t kInlineNodes = 24;
     static constexpr std::size_t kInlineBytes = 1536;
 
-    iterator InsertNode(iterator position, const IParseSymbol* symbol, bool owned);
-    void Assign(iterator position, const IParseSymbol* symbol, bool owned);
+    iterator InsertNode(iterator position, const IParseSymbol* symbol, bool owned) {
+        Node* node;
+        if (freeNodes != nullptr) {
+            node = freeNodes;
+            freeNodes = node->next;
+        } else if (usedNodes < kInlineNodes) {
+            node = &nodes[usedNodes++];
+        } else {
+            node = new Node;
+        }
+        Node* after = position.node;
+        *node = Node{after->previous, after, symbol, owned};
+        after->previous->next = node;
+        after->previous = node;
+        ++count;
+        return iterator(node);
+    }
+    void Assign(iterator position, const IParseSymbol* symbol, bool owned) {
+        Node* node = position.node;
+        const IParseSymbol* old = node->symbol;
+        const bool ownedOld = node->owned;
+        node->symbol = symbol;
+        node->owned = owned;
+        if (ownedOld && old != symbol) Destroy(old);
+    }
     void Destroy(const IParseSymbol* symbol);
-    void* Allocate(std::size_t size, std::size_t alignment);
+    void* Allocate(std::size_t size, std::size_t alignment) {
+        const std::size_t start = (usedBytes + alignment - 1) & ~(alignment - 1);
+        if (start + size <= kInlineBytes) {
+            usedBytes = start + size;
+            return arena + start;
+        }
+        return ::operator new(size);
+    }
     bool InArena(const void* pointer) const {
         const auto* byte = static_cast<const unsigned char*>(pointer);
         return byte >= arena && byte < arena + kInlineBytes;
