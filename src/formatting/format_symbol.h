@@ -72,8 +72,9 @@ public:
 
 protected:
     // The text is constant data that outlives the symbol, as the vocabulary's
-    // literals do; the symbol points at it.
-    SimpleFormatSymbol(const char16_t* symbolText, std::uint32_t symbolFlags)
+    // literals do; the symbol points at it. A terminator stands behind it. A
+    // view whose length is known already spares counting it.
+    SimpleFormatSymbol(std::u16string_view symbolText, std::uint32_t symbolFlags)
         : text(symbolText), flags(symbolFlags) {}
 
 private:
@@ -105,7 +106,7 @@ protected:
 // A unit that is a pure scale: the usual symbol of the catalogue.
 class GenericSymbol : public OperandSymbol, public NumberedSymbol {
 public:
-    GenericSymbol(const char16_t* text, int unitId, std::uint32_t flags)
+    GenericSymbol(std::u16string_view text, int unitId, std::uint32_t flags)
         : NumberedSymbol(text, flags), unit(unitId) {}
 
     const UnitConverter& GetConverter() const override;
@@ -122,7 +123,8 @@ private:
 // renders as the bare number, yet has a name.
 class GenericSymbolEx : public GenericSymbol {
 public:
-    GenericSymbolEx(const char16_t* text, int unitId, std::uint32_t flags, const char16_t* display)
+    GenericSymbolEx(std::u16string_view text, int unitId, std::uint32_t flags,
+                    const char16_t* display)
         : GenericSymbol(text, unitId, flags), displayText(display) {}
     const char16_t* GetText() const override { return displayText; }
 
@@ -135,7 +137,7 @@ private:
 // degree, `sizeUnit`, with no offset.
 class LinearSymbol : public IParseSymbol, public NumberedSymbol {
 public:
-    LinearSymbol(const char16_t* text, int scale, int size, std::uint32_t flags)
+    LinearSymbol(std::u16string_view text, int scale, int size, std::uint32_t flags)
         : NumberedSymbol(text, flags), scaleUnit(scale), sizeUnit(size) {}
 
     int Evaluate(SymbolList& list, SymbolList::iterator& position, bool firstPass,

@@ -1,5 +1,7 @@
 // Reads conversion_table.inc into UnitCatalog.converters.
+#include <algorithm>
 #include <cmath>
+#include <cstddef>
 #include <cstdlib>
 #include <memory>
 #include <vector>
@@ -7,6 +9,14 @@
 #include "units/unit_catalog.h"
 
 namespace Mensura {
+
+// Fills the catalogue's converters from the table; a friend of the catalogue.
+class ConversionTableBuilder {
+public:
+    class Resolver;
+    static constexpr std::size_t Bytes();
+    static void Fill(UnitCatalog& catalog);
+};
 
 namespace {
 
@@ -42,21 +52,13 @@ LinearConverter Linear(double factor, double offset) {
                            Quantity<0, 0, 0, 0, 1, 0, 0>(offset));
 }
 
-std::unique_ptr<UnitConverter> SameAs(const UnitConverter& source) {
-    return std::unique_ptr<UnitConverter>(source.Clone());
+// What SameAs asks for: a copy of a converter of the table, of its class.
+struct Copy {
+    const UnitConverter& source;
+};
+Copy SameAs(const UnitConverter& source) {
+    return Copy{source};
 }
-std::unique_ptr<UnitConverter> Own(std::unique_ptr<UnitConverter> converter) {
-    return converter;
-}
-std::unique_ptr<UnitConverter> Own(const GenericConverter& converter) {
-    return std::make_unique<GenericConverter>(converter);
-}
-std::unique_ptr<UnitConverter> Own(const LinearConverter& converter) {
-    return std::make_unique<LinearConverter>(converter);
-}
-
-class Resolver;
-using Build = std::unique_ptr<UnitConverter> (*)(const Resolver&);
 
 struct GroupLine {
     int group;
@@ -64,47 +66,72 @@ struct GroupLine {
     Dimensions exponents;
 };
 
+using Resolver = ConversionTableBuilder::Resolver;
+using Build = UnitConverter* (*)(const Resolver&);
+
 struct UnitLine {
     int group;
     int type;
     Build build;
 };
 
+}  // namespace
+
 // Hands out converters to the build lines, building a type of the current
 // group on first use, so that a line may name a later type of its own group.
-class Resolver {
+// The converters it makes go into the catalogue's blocks.
+class ConversionTableBuilder::Resolver {
 public:
-    explicit Resolver(std::vector<std::vector<std::unique_ptr<UnitConverter>>>& converters)
-        : converters(converters), lines(converters.size()), building(converters.size()) {}
+    Resolver(UnitCatalog& catalog, std::pmr::vector<UnitCatalog::ConverterSlot>& converters,
+             const std::size_t* first)
+        : catalog(catalog), converters(converters), first(first) {}
 
     void StartGroup(int group, int types) {
-        converters[group - 1].resize(types);
-        lines[group - 1].assign(types, nullptr);
-        building[group - 1].assign(types, false);
+        lines.assign(types, nullptr);
+        building.assign(types, false);
         current = group;
     }
 
-    void AddLine(const UnitLine& line) { lines[line.group - 1][line.type - 1] = &line; }
+    void AddLine(const UnitLine& line) { lines[line.type - 1] = &line; }
 
     const UnitConverter& operator()(int group, int type) const {
-        auto& slot = converters[group - 1][type - 1];
+        auto& slot = converters[first[group - 1] + type - 1];
         if (!slot) {
             // A table that names a later group or refers to itself cannot be built.
-            if (group != current || building[group - 1][type - 1]) std::abort();
-            const UnitLine* line = lines[group - 1][type - 1];
+            if (group != current || building[type - 1]) std::abort();
+            const UnitLine* line = lines[type - 1];
             if (line == nullptr) std::abort();
-            building[group - 1][type - 1] = true;
-            slot = line->build(*this);
+            building[type - 1] = true;
+            slot.reset(line->build(*this));
         }
         return *slot;
     }
 
+    UnitConverter* Own(const GenericConverter& converter) const {
+        return catalog.New<GenericConverter>(converter);
+    }
+    UnitConverter* Own(const LinearConverter& converter) const {
+        return catalog.New<LinearConverter>(converter);
+    }
+    UnitConverter* Own(const Copy& copy) const {
+        // A few lines of the table ask for a copy; both classes are final.
+        if (const auto* linear = dynamic_cast<const LinearConverter*>(&copy.source)) {
+            return Own(*linear);
+        }
+        return Own(static_cast<const GenericConverter&>(copy.source));
+    }
+
 private:
-    std::vector<std::vector<std::unique_ptr<UnitConverter>>>& converters;
-    std::vector<std::vector<const UnitLine*>> lines;
-    mutable std::vector<std::vector<bool>> building;
+    UnitCatalog& catalog;
+    std::pmr::vector<UnitCatalog::ConverterSlot>& converters;
+    const std::size_t* first;  // by group number less one: the group's first type
+    // The lines of the current group, by type number less one.
+    std::vector<const UnitLine*> lines;
+    mutable std::vector<bool> building;
     int current = 0;
 };
+
+namespace {
 
 // Both tables are constant: they stand before any static constructor of the
 // library runs, the catalogue's included.
@@ -121,7 +148,7 @@ constexpr GroupLine kGroups[] = {
 constexpr UnitLine kUnits[] = {
 #define GROUP(...)
 #define UNIT(group, type, label, ...) \
-    {group, type, []([[maybe_unused]] const Resolver& U) { return Own(__VA_ARGS__); }},
+    {group, type, []([[maybe_unused]] const Resolver& U) { return U.Own(__VA_ARGS__); }},
 #define EQ(factor)
 #include "units/conversion_table.inc"
 #undef GROUP
@@ -129,27 +156,67 @@ constexpr UnitLine kUnits[] = {
 #undef EQ
 };
 
+// The groups are numbered from 1 up without a gap, each once: a group's
+// number less one is its place.
+constexpr bool GroupsNumberedInFull() {
+    bool seen[std::size(kGroups)] = {};
+    for (const GroupLine& group : kGroups) {
+        if (group.group < 1 || static_cast<std::size_t>(group.group) > std::size(kGroups) ||
+            seen[group.group - 1]) {
+            return false;
+        }
+        seen[group.group - 1] = true;
+    }
+    return true;
+}
+static_assert(GroupsNumberedInFull(), "conversion_table.inc: group numbers with a gap or twice");
+
 }  // namespace
 
-class ConversionTableBuilder {
-public:
-    static void Fill(UnitCatalog& catalog) {
-        constexpr int kGroupCount = static_cast<int>(std::size(kGroups));
-        catalog.converters.clear();
-        catalog.converters.resize(kGroupCount);
-        Resolver resolve(catalog.converters);
-        const UnitLine* line = kUnits;
-        const UnitLine* const end = kUnits + std::size(kUnits);
-        for (const GroupLine& group : kGroups) {
-            resolve.StartGroup(group.group, group.types);
-            catalog.RegisterDimensions(group.exponents, group.group << 12);
-            const UnitLine* first = line;
-            for (; line != end && line->group == group.group; ++line) resolve.AddLine(*line);
-            for (const UnitLine* unit = first; unit != line; ++unit)
-                resolve(unit->group, unit->type);
-        }
+constexpr std::size_t ConversionTableBuilder::Bytes() {
+    // Each allocation is taken as a whole number of the largest alignment.
+    constexpr auto Round = [](std::size_t bytes) {
+        return (bytes + alignof(std::max_align_t) - 1) & ~(alignof(std::max_align_t) - 1);
+    };
+    std::size_t types = 0;
+    for (const GroupLine& group : kGroups) types += static_cast<std::size_t>(group.types);
+    return Round(types * sizeof(UnitCatalog::ConverterSlot)) +
+           std::size(kUnits) * Round(std::max(sizeof(GenericConverter), sizeof(LinearConverter)));
+}
+
+void ConversionTableBuilder::Fill(UnitCatalog& catalog) {
+    constexpr std::size_t kGroupCount = std::size(kGroups);
+    // Where each group's types start in the one array of converters, by
+    // group number: the table builds the groups in another order.
+    std::size_t first[kGroupCount + 1] = {};
+    for (const GroupLine& group : kGroups) first[group.group] = group.types;
+    for (std::size_t group = 1; group <= kGroupCount; ++group) first[group] += first[group - 1];
+    catalog.converterIndex.fill(UnitCatalog::GroupSlots{});
+    catalog.converters.clear();
+    catalog.converters.resize(first[kGroupCount]);
+    catalog.groupCount = kGroupCount;
+    for (std::size_t group = 0; group < kGroupCount; ++group) {
+        catalog.converterIndex[group + 1] = {
+            catalog.converters.data() + first[group],
+            static_cast<std::uint32_t>(first[group + 1] - first[group])};
     }
-};
+    Resolver resolve(catalog, catalog.converters, first);
+    const UnitLine* line = kUnits;
+    const UnitLine* const end = kUnits + std::size(kUnits);
+    for (const GroupLine& group : kGroups) {
+        resolve.StartGroup(group.group, group.types);
+        catalog.RegisterDimensions(group.exponents, group.group << 12);
+        const UnitLine* firstLine = line;
+        for (; line != end && line->group == group.group; ++line) resolve.AddLine(*line);
+        for (const UnitLine* unit = firstLine; unit != line; ++unit)
+            resolve(unit->group, unit->type);
+    }
+}
+
+std::size_t ConversionTableBytes() {
+    constexpr std::size_t kBytes = ConversionTableBuilder::Bytes();
+    return kBytes;
+}
 
 void FillConversionTable(UnitCatalog& catalog) {
     ConversionTableBuilder::Fill(catalog);

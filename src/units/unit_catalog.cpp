@@ -5,71 +5,63 @@
 
 namespace Mensura {
 
+// The most bytes that each builder takes from the catalogue's memory.
+std::size_t ConversionTableBytes();
+std::size_t VocabularyBytes();
 void FillConversionTable(UnitCatalog& catalog);
 void RegisterVocabulary(UnitCatalog& catalog);
 
-UnitCatalog::UnitCatalog() : UnitCatalog(ConversionsOnly) {
+UnitCatalog::UnitCatalog() : UnitCatalog(ConversionTableBytes() + VocabularyBytes()) {
     RegisterVocabulary(*this);
 }
 
-UnitCatalog::UnitCatalog(ConversionsOnlyTag) {
-    FillConversionTable(*this);
-    IndexConverters();
-}
+UnitCatalog::UnitCatalog(ConversionsOnlyTag) : UnitCatalog(ConversionTableBytes()) {}
 
-void UnitCatalog::IndexConverters() {
-    converterIndex.fill(GroupSlots{});
-    for (std::size_t group = 0; group < converters.size(); ++group) {
-        converterIndex[group + 1] = {converters[group].data(),
-                                     static_cast<std::uint32_t>(converters[group].size())};
-    }
+UnitCatalog::UnitCatalog(std::size_t bytes)
+    // The block is not cleared: every object made in it writes its own bytes.
+    : block(new unsigned char[bytes]),
+      memory(block.get(), bytes, std::pmr::new_delete_resource()),
+      converters(&memory),
+      firstSymbol(&memory),
+      symbols{std::pmr::vector<SymbolSlot>(&memory), std::pmr::vector<SymbolSlot>(&memory)},
+      groupNames{std::pmr::vector<const char16_t*>(&memory),
+                 std::pmr::vector<const char16_t*>(&memory)},
+      dictionary(&memory) {
+    FillConversionTable(*this);
 }
 
 UnitCatalog::~UnitCatalog() {
     // Converters go first, then the symbols language by language, then the
-    // operators; the dictionary only points at them and goes last.
+    // operators; the dictionary only points at them. The memory of all of
+    // them goes with the block, last.
     converterIndex.fill(GroupSlots{});
     converters.clear();
     for (auto& language : symbols) language.clear();
     operators.clear();
     dimensionIndex.Clear();
-    dictionary = RadixTree<const IParseSymbol*>();
+}
+
+void UnitCatalog::DestroyInPlace::operator()(UnitConverter* converter) const {
+    converter->~UnitConverter();
 }
 
 void UnitCatalog::DestroyInPlace::operator()(ISymbol* symbol) const {
     symbol->~ISymbol();
 }
 
-void* UnitCatalog::AllocateSymbol(std::size_t size, std::size_t alignment) {
-    constexpr std::size_t kBlockSize = 64 * 1024;
-    std::size_t start = (symbolBlockUsed + alignment - 1) & ~(alignment - 1);
-    if (symbolBlocks.empty() || start + size > kBlockSize) {
-        symbolBlocks.push_back(std::make_unique<unsigned char[]>(kBlockSize));
-        start = 0;
-    }
-    symbolBlockUsed = start + size;
-    return symbolBlocks.back().get() + start;
-}
-
 const ISymbol* UnitCatalog::FindSymbol(int id, int language) const {
     if (static_cast<unsigned>(language) >= static_cast<unsigned>(kLanguages)) return nullptr;
-    const auto& groups = symbols[language];
-    const std::uint32_t group = UnitId::GroupIndex(id);
-    if (group >= groups.size()) return nullptr;
-    const std::uint32_t type = UnitId::TypeIndex(id);
-    if (type >= groups[group].size()) return nullptr;
+    std::size_t place = 0;
+    if (!TypePlace(id, place) || place + 1 >= firstSymbol.size()) return nullptr;
     const std::uint32_t symbol = UnitId::SymbolIndex(id);
-    if (symbol >= groups[group][type].size()) return nullptr;
-    return groups[group][type][symbol].get();
+    if (symbol >= firstSymbol[place + 1] - firstSymbol[place]) return nullptr;
+    return symbols[language][firstSymbol[place] + symbol].get();
 }
 
 std::size_t UnitCatalog::ListUnitSymbols(int id, int* ids) const {
-    const auto& groups = symbols[0];
-    const std::uint32_t group = UnitId::GroupIndex(id);
-    if (group >= groups.size()) return 0;
-    const std::uint32_t type = UnitId::TypeIndex(id);
-    if (type >= groups[group].size()) return 0;
-    const std::size_t count = groups[group][type].size();
+    std::size_t place = 0;
+    if (!TypePlace(id, place) || place + 1 >= firstSymbol.size()) return 0;
+    const std::size_t count = firstSymbol[place + 1] - firstSymbol[place];
     if (ids != nullptr) {
         for (std::size_t i = 0; i < count; ++i) ids[i] = (static_cast<int>(i + 1) << 20) | id;
     }
@@ -117,8 +109,8 @@ int UnitCatalog::FindGroupByDimensions(const int (&exponents)[7]) const {
 
 std::size_t UnitCatalog::ListUnitTypes(int group, int* ids) const {
     const std::uint32_t index = UnitId::GroupIndex(group);
-    if (index >= converters.size()) return 0;
-    const std::size_t count = converters[index].size();
+    if (index >= groupCount) return 0;
+    const std::size_t count = converterIndex[index + 1].count;
     if (ids != nullptr) {
         for (std::size_t i = 0; i < count; ++i) ids[i] = static_cast<int>(i + 1) | group;
     }

@@ -7,6 +7,7 @@
 #include <array>
 #include <cstddef>
 #include <memory>
+#include <memory_resource>
 #include <new>
 #include <utility>
 #include <vector>
@@ -75,7 +76,7 @@ public:
     // for an unknown group.
     std::size_t ListUnitTypes(int group, int* ids) const;
 
-    std::size_t GroupCount() const { return converters.size(); }
+    std::size_t GroupCount() const { return groupCount; }
 
     static constexpr int kLanguages = 2;  // 0 English, 1 Simplified Chinese
 
@@ -107,39 +108,69 @@ private:
     // Registers a group's exponents: a key seen twice holds 0 for good.
     void RegisterDimensions(const Dimensions& exponents, int group);
 
+    // The place of the unit type of id among all types, group by group; false
+    // when the group or type field is 0 or out of range.
+    bool TypePlace(int id, std::size_t& place) const {
+        const GroupSlots& group = converterIndex[(static_cast<std::uint32_t>(id) >> 12) & 0xFF];
+        const std::uint32_t type = UnitId::TypeIndex(id);
+        if (type >= group.count) return false;
+        place = static_cast<std::size_t>(group.types - converters.data()) + type;
+        return true;
+    }
+
+    static UnitCatalog s_instance;
+
+    // Makes the memory of a catalogue that takes about `bytes` and builds
+    // its conversion table.
+    explicit UnitCatalog(std::size_t bytes);
+
+    // Everything that the catalogue keeps, its converters, symbols, arrays
+    // and dictionary, lives in one block of its own, made at once for the
+    // size that the builders foresee: the load takes a handful of
+    // allocations rather than thousands, and the heap keeps a block that
+    // large for the next one of its size, where the same memory in many
+    // pieces, freed together at the top of the heap, goes back to the system
+    // and must be faulted in again. Nothing is freed before the catalogue
+    // goes: a slot destroys its object in place, and the block goes last.
+    // Should the load outgrow the block, the resource takes more from the
+    // heap.
+    template <typename Object, typename... Args>
+    Object* New(Args&&... args) {
+        return ::new (memory.allocate(sizeof(Object), alignof(Object)))
+            Object(std::forward<Args>(args)...);
+    }
+    std::unique_ptr<unsigned char[]> block;
+    std::pmr::monotonic_buffer_resource memory;
+
+    struct DestroyInPlace {
+        void operator()(UnitConverter* converter) const;
+        void operator()(ISymbol* symbol) const;
+    };
+    using ConverterSlot = std::unique_ptr<UnitConverter, DestroyInPlace>;
+    using SymbolSlot = std::unique_ptr<ISymbol, DestroyInPlace>;
+
     // Every value of the group field, 0 and those past the last group included,
     // finds an entry here, so that a conversion looks a unit up with one
     // compare: an unknown group has no slots.
     struct GroupSlots {
-        const std::unique_ptr<UnitConverter>* types = nullptr;
+        const ConverterSlot* types = nullptr;
         std::uint32_t count = 0;
     };
-    void IndexConverters();
 
-    static UnitCatalog s_instance;
-
-    std::vector<std::vector<std::unique_ptr<UnitConverter>>> converters;
+    // Every unit type's converter in one array, group after group in the
+    // order of their numbers; converterIndex finds a group's run of it.
+    std::pmr::vector<ConverterSlot> converters;
+    std::size_t groupCount = 0;
     DimensionIndex dimensionIndex;
     std::array<GroupSlots, 256> converterIndex{};
 
-    // The symbols live in blocks of the catalogue's own, made in one go at
-    // load: a slot destroys its symbol in place, and the blocks go last.
-    struct DestroyInPlace {
-        void operator()(ISymbol* symbol) const;
-    };
-    using SymbolSlot = std::unique_ptr<ISymbol, DestroyInPlace>;
-    void* AllocateSymbol(std::size_t size, std::size_t alignment);
-    template <typename Symbol, typename... Args>
-    Symbol* NewSymbol(Args&&... args) {
-        return ::new (AllocateSymbol(sizeof(Symbol), alignof(Symbol)))
-            Symbol(std::forward<Args>(args)...);
-    }
-    std::vector<std::unique_ptr<unsigned char[]>> symbolBlocks;
-    std::size_t symbolBlockUsed = 0;
-
-    // [language][group][type][symbol], the same shape in both languages.
-    std::array<std::vector<std::vector<std::vector<SymbolSlot>>>, kLanguages> symbols;
-    std::array<std::vector<const char16_t*>, kLanguages> groupNames;
+    // The symbols of each language in one array, type after type in the order
+    // of the converters; the symbols of the type at place p stand from
+    // firstSymbol[p] up to firstSymbol[p + 1]. Both languages have the same
+    // shape.
+    std::pmr::vector<std::uint32_t> firstSymbol;
+    std::array<std::pmr::vector<SymbolSlot>, kLanguages> symbols;
+    std::array<std::pmr::vector<const char16_t*>, kLanguages> groupNames;
     std::vector<std::unique_ptr<IParseSymbol>> operators;
     RadixTree<const IParseSymbol*> dictionary;
     DictionaryCounts operatorCounts;

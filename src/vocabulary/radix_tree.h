@@ -17,6 +17,8 @@
 //   (unit, child) pairs sorted by unit, with room to grow. A full span moves
 //   to the end of the pool with twice the room and leaves its old place unused.
 // Units and edges that erasing frees are reused only at the end of their pool.
+// The pools take their memory from the heap, or from a memory resource of the
+// tree's owner: a structure built once can hold the tree in its own blocks.
 #ifndef MENSURA_VOCABULARY_RADIX_TREE_H
 #define MENSURA_VOCABULARY_RADIX_TREE_H
 
@@ -25,7 +27,9 @@
 #include <cstddef>
 #include <cstdint>
 #include <memory>
+#include <memory_resource>
 #include <string>
+#include <type_traits>
 #include <utility>
 #include <vector>
 
@@ -48,6 +52,12 @@ template <typename Value>
 class RadixTree {
 public:
     RadixTree() = default;
+    // A tree whose pools take their memory from `memory`, which outlives the
+    // tree; a tree moved to takes the memory of its pools along.
+    explicit RadixTree(std::pmr::memory_resource* memory)
+        : nodes(PoolAllocator<Node>(memory)),
+          units(PoolAllocator<char16_t>(memory)),
+          edges(PoolAllocator<Edge>(memory)) {}
     // A tree moved from is empty.
     RadixTree(RadixTree&& other) noexcept { *this = std::move(other); }
     RadixTree& operator=(RadixTree&& other) noexcept;
@@ -71,9 +81,22 @@ public:
         units.reserve(unitCount);
         edges.reserve(edgeCount);
     }
+    // The most bytes that Reserve of these counts takes for an empty tree,
+    // the pools' alignment aside.
+    static constexpr std::size_t ReserveBytes(std::size_t nodeCount, std::size_t unitCount,
+                                              std::size_t edgeCount) {
+        // The node at index 0 comes first, alone, and moves when the room is made.
+        return (nodeCount + 2) * sizeof(Node) + unitCount * sizeof(char16_t) +
+               edgeCount * sizeof(Edge);
+    }
     // Unbinds the key `text`; nodes that no longer lead to a value go.
     // Returns 0 when the key had a value, else 1 (a null text included).
     int Erase(const char16_t* text);
+
+    // Gives every wide branch a table of its children by the units below
+    // 128, for a tree that is done changing: a lookup then crosses such a
+    // branch with one load. Any later change drops the tables.
+    void IndexWideBranches();
 
     // The value of the longest key that is a prefix of text, or the default
     // when there is none or text is null. *matched, when matched is not null,
@@ -91,6 +114,7 @@ private:
         Index link = 0;   // run: the node behind it; branch: the room of its span;
                           // released: the next free node
         Form form = Form::Leaf;
+        std::uint16_t wide = 0;  // a branch's number in wideChildren, plus 1; 0 for none
     };
     struct Edge {
         char16_t unit;
@@ -105,13 +129,24 @@ private:
     void Release(Index at);
     // Adds to branch an edge by unit, which it does not have yet.
     void AddEdge(Node& branch, char16_t unit, Index child);
+    // The place of unit in the root's table, or -1 when the table has none.
+    static int RootSlot(char16_t unit) {
+        if (unit < kLatinUnits) return unit;
+        const unsigned symbol = unit - kSymbolsFirst;
+        return symbol < kSymbolUnits ? static_cast<int>(kLatinUnits + symbol) : -1;
+    }
     // Keeps the root's table in step with an edge of the root.
     void NoteRootEdge(const Node& branch, char16_t unit, Index child) {
-        if (&branch == &root && unit < kDirectUnits) rootChildren[unit] = child;
+        if (&branch != &root) return;
+        const int slot = RootSlot(unit);
+        if (slot >= 0) rootChildren[slot] = child;
     }
     // The child by unit of a branch node, or 0.
     Index ChildOf(const Node& branch, char16_t unit) const {
-        if (&branch == &root && unit < kDirectUnits) return rootChildren[unit];
+        if (&branch == &root) {
+            const int slot = RootSlot(unit);
+            if (slot >= 0) return rootChildren[slot];
+        }
         const Edge* edge = FindEdge(branch, unit);
         return edge != nullptr ? edge->child : 0;
     }
@@ -147,14 +182,60 @@ private:
         }
     }
 
-    static constexpr char16_t kDirectUnits = 256;
+    // The root finds by table its children by the Latin units and by those
+    // of the block that holds primes, letterlike symbols and arrows.
+    static constexpr unsigned kLatinUnits = 256;
+    static constexpr unsigned kSymbolsFirst = 0x2000;
+    static constexpr unsigned kSymbolUnits = 0x200;
+    // A branch is wide from this many edges on.
+    static constexpr Index kWideEdges = 8;
+    static constexpr Index kWideUnits = 128;
+
+    void DropWideIndex();
+
+    // The pools' allocator: the heap when it has no resource. It moves with
+    // its pool, so that a move of a tree never copies a pool.
+    template <typename T>
+    struct PoolAllocator {
+        using value_type = T;
+        using propagate_on_container_move_assignment = std::true_type;
+        using propagate_on_container_swap = std::true_type;
+
+        PoolAllocator() = default;
+        explicit PoolAllocator(std::pmr::memory_resource* source) : memory(source) {}
+        template <typename Other>
+        PoolAllocator(const PoolAllocator<Other>& other) : memory(other.memory) {}
+
+        T* allocate(std::size_t count) {
+            if (memory == nullptr) return std::allocator<T>().allocate(count);
+            return static_cast<T*>(memory->allocate(count * sizeof(T), alignof(T)));
+        }
+        void deallocate(T* at, std::size_t count) {
+            if (memory == nullptr) return std::allocator<T>().deallocate(at, count);
+            memory->deallocate(at, count * sizeof(T), alignof(T));
+        }
+        friend bool operator==(const PoolAllocator& a, const PoolAllocator& b) {
+            return a.memory == b.memory;
+        }
+        friend bool operator!=(const PoolAllocator& a, const PoolAllocator& b) {
+            return a.memory != b.memory;
+        }
+
+        std::pmr::memory_resource* memory = nullptr;
+    };
+    template <typename T>
+    using Pool = std::vector<T, PoolAllocator<T>>;
 
     Node root;
-    std::array<Index, kDirectUnits> rootChildren{};  // while the root branches
-    std::vector<Node> nodes;                         // released ones included
-    Index freeNodes = 0;                             // the first released node; 0 ends the list
-    std::vector<char16_t> units;
-    std::vector<Edge> edges;
+    std::array<Index, kLatinUnits + kSymbolUnits> rootChildren{};  // while the root branches
+    std::vector<Index> wideChildren;  // kWideUnits children for each wide branch
+    // The branches below the root as they became wide, so that indexing
+    // finds them without a walk; some may have narrowed or gone since.
+    std::vector<Index> wideBranches;
+    Pool<Node> nodes;     // released ones included
+    Index freeNodes = 0;  // the first released node; 0 ends the list
+    Pool<char16_t> units;
+    Pool<Edge> edges;
 };
 
 template <typename Value>
@@ -162,6 +243,10 @@ RadixTree<Value>& RadixTree<Value>::operator=(RadixTree&& other) noexcept {
     if (this == &other) return *this;
     root = std::exchange(other.root, Node{});
     rootChildren = std::exchange(other.rootChildren, {});
+    wideChildren = std::move(other.wideChildren);
+    wideBranches = std::move(other.wideBranches);
+    other.wideChildren.clear();
+    other.wideBranches.clear();
     nodes = std::move(other.nodes);
     freeNodes = std::exchange(other.freeNodes, 0);
     units = std::move(other.units);
@@ -194,6 +279,9 @@ void RadixTree<Value>::Release(Index at) {
 
 template <typename Value>
 void RadixTree<Value>::AddEdge(Node& branch, char16_t unit, Index child) {
+    if (branch.count + 1 == kWideEdges && &branch != &root) {
+        wideBranches.push_back(static_cast<Index>(&branch - nodes.data()));
+    }
     if (branch.count == branch.link) {  // the span is full: move it to the end with twice the room
         const auto first = static_cast<Index>(edges.size());
         edges.resize(edges.size() + 2 * branch.link);
@@ -213,6 +301,7 @@ void RadixTree<Value>::AddEdge(Node& branch, char16_t unit, Index child) {
 template <typename Value>
 int RadixTree<Value>::Bind(const char16_t* text, Value value, bool replace, Value* holder) {
     if (text == nullptr) return 1;
+    DropWideIndex();
     Index current = 0;  // the root
     const char16_t* rest = text;
     // Whatever can fail to allocate happens before a node that is reachable
@@ -295,6 +384,7 @@ int RadixTree<Value>::Bind(const char16_t* text, Value value, bool replace, Valu
 template <typename Value>
 int RadixTree<Value>::Erase(const char16_t* text) {
     if (text == nullptr) return 1;
+    DropWideIndex();
     bool erased = false;
     Unbind(root, text, erased);
     return erased ? 0 : 1;
@@ -335,6 +425,37 @@ bool RadixTree<Value>::Unbind(Node& node, const char16_t* rest, bool& erased) {
 }
 
 template <typename Value>
+void RadixTree<Value>::IndexWideBranches() {
+    DropWideIndex();
+    std::uint16_t wide = 0;
+    for (const Index at : wideBranches) {
+        Node& node = At(at);
+        // A branch that became wide twice is listed twice; it has one table.
+        if (node.form == Form::Branch && node.count >= kWideEdges && node.wide == 0 &&
+            wide < UINT16_MAX) {
+            node.wide = ++wide;
+        }
+    }
+    wideChildren.assign(std::size_t{wide} * kWideUnits, 0);
+    for (const Index at : wideBranches) {
+        const Node& node = At(at);
+        if (node.wide == 0) continue;
+        Index* children = wideChildren.data() + (node.wide - 1) * std::size_t{kWideUnits};
+        for (Index i = 0; i < node.count; ++i) {
+            const Edge& edge = edges[node.first + i];
+            if (edge.unit < kWideUnits) children[edge.unit] = edge.child;
+        }
+    }
+}
+
+template <typename Value>
+void RadixTree<Value>::DropWideIndex() {
+    if (wideChildren.empty()) return;
+    for (const Index at : wideBranches) At(at).wide = 0;
+    wideChildren.clear();
+}
+
+template <typename Value>
 Value RadixTree<Value>::FindLongest(const char16_t* text, std::size_t* matched) const {
     if (text == nullptr) return Value{};
     Value best{};
@@ -348,21 +469,29 @@ Value RadixTree<Value>::FindLongest(const char16_t* text, std::size_t* matched) 
         const char16_t unit = text[count];
         if (unit == 0) break;
         if (node->form == Form::Branch) {
-            const Edge* edge = edges.data() + node->first;
-            const Edge* end = edge + node->count;
-            if (node != &root) {
-                // Below the root a branch has a few edges, three dozen at
-                // most. Parsing looks up the same few texts again and again:
-                // a scan with predicted jumps runs ahead of its loads.
-                while (edge != end && edge->unit < unit) ++edge;
-            } else if (unit < kDirectUnits) {
-                const Index child = rootChildren[unit];
-                if (child == 0) break;
-                node = &At(child);
+            // The root and the wide branches find a child by table.
+            const Index* table = nullptr;
+            if (node == &root) {
+                const int slot = RootSlot(unit);
+                if (slot >= 0) table = rootChildren.data() + slot;
+            } else if (node->wide != 0 && unit < kWideUnits) {
+                table = wideChildren.data() + (node->wide - 1) * std::size_t{kWideUnits} + unit;
+            }
+            if (table != nullptr) {
+                if (*table == 0) break;
+                node = &At(*table);
                 ++count;
                 continue;
-            } else {
+            }
+            const Edge* edge = edges.data() + node->first;
+            const Edge* end = edge + node->count;
+            if (node == &root) {
                 edge = std::lower_bound(edge, end, unit, UnitBelow);
+            } else {
+                // Other branches have a few dozen edges at most. Parsing looks
+                // up the same few texts again and again: a scan with predicted
+                // jumps runs ahead of its loads.
+                while (edge != end && edge->unit < unit) ++edge;
             }
             if (edge == end || edge->unit != unit) break;
             node = &At(edge->child);

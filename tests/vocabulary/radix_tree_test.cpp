@@ -179,5 +179,38 @@ TEST(RadixTree, AgreesWithBruteForceUnderRandomChanges) {
     }
 }
 
+// Branches of many edges get tables once indexed. Lookups must agree with the
+// brute force through the index, after changes that drop it, and after a new
+// index over branches that narrowed, vanished or widened again.
+TEST(RadixTree, WideBranchIndexAgreesWithBruteForce) {
+    const std::u16string alphabet = u"abcdefghijkl\u00B2\u2032";
+    std::vector<std::u16string> probes = {u""};
+    for (std::size_t i = 0; i < probes.size() && probes[i].size() < 3; ++i) {
+        for (char16_t unit : alphabet) probes.push_back(probes[i] + unit);
+    }
+    std::mt19937 random(11);
+    RadixTree<int> tree;
+    std::map<std::u16string, int> reference;
+    for (int round = 0; round < 6 && !HasFailure(); ++round) {
+        for (int step = 0; step < 300; ++step) {
+            const std::u16string key = probes[random() % probes.size()];
+            // Early rounds mostly insert, later ones mostly erase.
+            if (static_cast<int>(random() % 6) >= round) {
+                const int value = 1 + static_cast<int>(random() % 60);
+                tree.InsertOrAssign(key.c_str(), value);
+                reference[key] = value;
+            } else {
+                EXPECT_EQ(tree.Erase(key.c_str()), reference.erase(key) ? 0 : 1);
+            }
+        }
+        tree.IndexWideBranches();
+        for (const auto& probe : probes) ExpectLikeNaive(tree, reference, probe + u"z");
+        const std::u16string key = probes[random() % probes.size()];
+        tree.InsertOrAssign(key.c_str(), 99);
+        reference[key] = 99;
+        for (const auto& probe : probes) ExpectLikeNaive(tree, reference, probe + u"z");
+    }
+}
+
 }  // namespace
 }  // namespace Mensura
