@@ -51,9 +51,10 @@ int NumberedSymbol::MakeCustomSymbols(CustomSymbolList& out,
     return AppendCustomSymbol(out, this, literals, indices, 0);
 }
 
-const UnitConverter& GenericSymbol::GetConverter() const {
-    return *UnitCatalog::Instance().FindConverter(unit);
-}
+GenericSymbol::GenericSymbol(std::u16string_view text, int unitId, std::uint32_t flags)
+    : OperandSymbol(UnitCatalog::Instance().FindConverter(unitId)),
+      NumberedSymbol(text, flags),
+      unit(unitId) {}
 
 const UnitConverter& LinearSymbol::NumberConverter() const {
     return *UnitCatalog::Instance().FindConverter(scaleUnit);

@@ -106,10 +106,9 @@ protected:
 // A unit that is a pure scale: the usual symbol of the catalogue.
 class GenericSymbol : public OperandSymbol, public NumberedSymbol {
 public:
-    GenericSymbol(std::u16string_view text, int unitId, std::uint32_t flags)
-        : NumberedSymbol(text, flags), unit(unitId) {}
+    // The symbols are made with the catalogue, once its converters stand.
+    GenericSymbol(std::u16string_view text, int unitId, std::uint32_t flags);
 
-    const UnitConverter& GetConverter() const override;
     int Unit() const { return unit; }
 
 protected:

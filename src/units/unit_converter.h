@@ -14,13 +14,22 @@ public:
 
     // value is in base units of `dimensions`; writes it in this unit. Returns
     // UnitMismatch, with out left alone, when the dimensions are not this
-    // unit's own.
-    virtual ErrorCode FromBase(double value, const Dimensions& dimensions, double& out) const = 0;
+    // unit's own. Both ways in and out of base are the same for every class
+    // and need no call: a parse takes them at nearly every step.
+    ErrorCode FromBase(double value, const Dimensions& dims, double& out) const {
+        if (!SameDimensions(dims, dimensions)) return ErrorCode::UnitMismatch;
+        out = hasOffset ? (value - offset) / factor : value / factor;
+        return ErrorCode::Success;
+    }
     // Converts value in this unit into `target`. out holds the base value
     // even when the target refuses the dimensions.
     virtual ErrorCode ConvertTo(double value, double& out, const UnitConverter& target) const = 0;
     // Writes value, in this unit, in base units; refuses other dimensions.
-    virtual ErrorCode ToBase(double value, double& out, const Dimensions& dimensions) const = 0;
+    ErrorCode ToBase(double value, double& out, const Dimensions& dims) const {
+        if (!SameDimensions(dims, dimensions)) return ErrorCode::UnitMismatch;
+        out = hasOffset ? value * factor + offset : value * factor;
+        return ErrorCode::Success;
+    }
     // The pure ratio of this unit to `other`; Failure where none exists.
     virtual ErrorCode FactorTo(const UnitConverter& other, double& out) const = 0;
     virtual UnitConverter* Clone() const = 0;
@@ -30,23 +39,22 @@ public:
     double GetFactor() const { return factor; }
 
 protected:
-    UnitConverter(const Dimensions& dims, double scale, bool offset)
-        : dimensions(dims), factor(scale), hasOffset(offset) {}
+    UnitConverter(const Dimensions& dims, double scale) : dimensions(dims), factor(scale) {}
+    UnitConverter(const Dimensions& dims, double scale, double zero)
+        : dimensions(dims), factor(scale), offset(zero), hasOffset(true) {}
     UnitConverter(const UnitConverter&) = default;
     UnitConverter& operator=(const UnitConverter&) = default;
 
     // Out of base by `target`: a pure scale is divided out here, saving the
     // conversion a virtual call; a scale with an offset does its own.
     ErrorCode LeaveBase(double base, double& out, const UnitConverter& target) const {
-        if (target.hasOffset) return target.FromBase(base, dimensions, out);
-        if (!SameDimensions(target.dimensions, dimensions)) return ErrorCode::UnitMismatch;
-        out = base / target.factor;
-        return ErrorCode::Success;
+        return target.FromBase(base, dimensions, out);
     }
 
     Dimensions dimensions;
     double factor;
-    bool hasOffset;
+    double offset = 0.0;  // a scale's zero in base units; used only with hasOffset
+    bool hasOffset = false;
 };
 
 // A pure scale: one unit is `factor` base units.
@@ -58,38 +66,26 @@ public:
     static constexpr QuotientTag Quotient{};
 
     // A dimensionless scale.
-    explicit GenericConverter(double scale) : UnitConverter(Dimensions{}, scale, false) {}
+    explicit GenericConverter(double scale) : UnitConverter(Dimensions{}, scale) {}
     // A scale with the given exponents.
-    GenericConverter(const Dimensions& dims, double scale) : UnitConverter(dims, scale, false) {}
+    GenericConverter(const Dimensions& dims, double scale) : UnitConverter(dims, scale) {}
     GenericConverter(const GenericConverter&) = default;
     GenericConverter& operator=(const GenericConverter&) = default;
     template <int L, int M, int T, int I, int Theta, int N, int J>
     explicit GenericConverter(Quantity<L, M, T, I, Theta, N, J> quantity)
-        : UnitConverter(Dimensions{L, M, T, I, Theta, N, J}, quantity.Value(), false) {}
+        : UnitConverter(Dimensions{L, M, T, I, Theta, N, J}, quantity.Value()) {}
     // a times b: exponents add, factors multiply. An offset plays no part.
     GenericConverter(const UnitConverter& a, const UnitConverter& b, ProductTag)
-        : UnitConverter(a.GetDimensions() + b.GetDimensions(), a.GetFactor() * b.GetFactor(),
-                        false) {}
+        : UnitConverter(a.GetDimensions() + b.GetDimensions(), a.GetFactor() * b.GetFactor()) {}
     // a divided by b: exponents subtract, factors divide.
     GenericConverter(const UnitConverter& a, const UnitConverter& b, QuotientTag)
-        : UnitConverter(a.GetDimensions() - b.GetDimensions(), a.GetFactor() / b.GetFactor(),
-                        false) {}
+        : UnitConverter(a.GetDimensions() - b.GetDimensions(), a.GetFactor() / b.GetFactor()) {}
 
-    ErrorCode FromBase(double value, const Dimensions& dims, double& out) const override {
-        if (!SameDimensions(dims, dimensions)) return ErrorCode::UnitMismatch;
-        out = value / factor;
-        return ErrorCode::Success;
-    }
     ErrorCode ConvertTo(double value, double& out, const UnitConverter& target) const override {
         // Into base by this unit, which cannot refuse its own dimensions; the
         // way out of base holds the one check.
         out = value * factor;
         return LeaveBase(out, out, target);
-    }
-    ErrorCode ToBase(double value, double& out, const Dimensions& dims) const override {
-        if (!SameDimensions(dims, dimensions)) return ErrorCode::UnitMismatch;
-        out = value * factor;
-        return ErrorCode::Success;
     }
     ErrorCode FactorTo(const UnitConverter& other, double& out) const override;
     UnitConverter* Clone() const override { return new GenericConverter(*this); }
@@ -99,32 +95,18 @@ public:
 // Only temperature scales are built this way.
 class LinearConverter final : public UnitConverter {
 public:
-    LinearConverter(Quantity<0, 0, 0, 0, 1, 0, 0> scale, Quantity<0, 0, 0, 0, 1, 0, 0> offset)
-        : UnitConverter(Dimensions{0, 0, 0, 0, 1, 0, 0}, scale.Value(), true),
-          offset(offset.Value()) {}
+    LinearConverter(Quantity<0, 0, 0, 0, 1, 0, 0> scale, Quantity<0, 0, 0, 0, 1, 0, 0> zero)
+        : UnitConverter(Dimensions{0, 0, 0, 0, 1, 0, 0}, scale.Value(), zero.Value()) {}
     LinearConverter(const LinearConverter&) = default;
 
-    ErrorCode FromBase(double value, const Dimensions& dims, double& out) const override {
-        if (!SameDimensions(dims, dimensions)) return ErrorCode::UnitMismatch;
-        out = (value - offset) / factor;
-        return ErrorCode::Success;
-    }
     ErrorCode ConvertTo(double value, double& out, const UnitConverter& target) const override {
         out = value * factor + offset;
         return LeaveBase(out, out, target);
-    }
-    ErrorCode ToBase(double value, double& out, const Dimensions& dims) const override {
-        if (!SameDimensions(dims, dimensions)) return ErrorCode::UnitMismatch;
-        out = value * factor + offset;
-        return ErrorCode::Success;
     }
     ErrorCode FactorTo(const UnitConverter& other, double& out) const override;
     UnitConverter* Clone() const override { return new LinearConverter(*this); }
 
     double GetOffset() const { return offset; }
-
-private:
-    double offset;
 };
 
 }  // namespace Mensura

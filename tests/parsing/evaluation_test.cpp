@@ -7,27 +7,25 @@
 #include "parsing/operators.h"
 #include "parsing/parse_symbol.h"
 #include "support/same_bits.h"
-#include "units/unit_catalog.h"
 
 namespace Mensura {
 namespace {
 
 using MensuraTest::SameBits;
 
-// A unit of the catalogue as an operand. It looks its converter up on use, as
-// the catalogue may not stand yet while the test's statics are made.
+// A unit as an operand, with a converter of its own: the catalogue may not
+// stand yet while the test's statics are made.
 class UnitOperand final : public OperandSymbol {
 public:
-    explicit UnitOperand(int id) : unit(id) {}
-    const UnitConverter& GetConverter() const override {
-        return *UnitCatalog::Instance().FindConverter(unit);
-    }
+    UnitOperand(const Dimensions& dimensions, double factor)
+        : OperandSymbol(&own), own(dimensions, factor) {}
 
 private:
-    int unit;
+    GenericConverter own;
 };
 
-const UnitOperand kMeter(0x2001), kFoot(0x2017), kKilogram(0x5001), kSecond(0x2C001);
+const UnitOperand kMeter({1, 0, 0, 0, 0, 0, 0}, 1.0), kFoot({1, 0, 0, 0, 0, 0, 0}, 0.3048),
+    kKilogram({0, 1, 0, 0, 0, 0, 0}, 1.0), kSecond({0, 0, 1, 0, 0, 0, 0}, 1.0);
 const MultiplicationSymbol kTimes;
 const DivisionSymbol kOver;
 const SquareSymbol kSquare;
