@@ -16,10 +16,15 @@ SymbolList::iterator SymbolList::Erase(iterator first, iterator last) {
 }
 
 void SymbolList::Destroy(const IParseSymbol* symbol) {
-    // The object may sit behind a virtual base: free it by its own address.
+    // A part of an object lies where the object does. One on the heap may
+    // sit behind a virtual base: it is freed by its own address.
+    if (InArena(symbol)) {
+        symbol->~IParseSymbol();
+        return;
+    }
     const void* object = dynamic_cast<const void*>(symbol);
     symbol->~IParseSymbol();
-    if (!InArena(object)) ::operator delete(const_cast<void*>(object));
+    ::operator delete(const_cast<void*>(object));
 }
 
 }  // namespace Mensura
