@@ -46,6 +46,9 @@ void FormatterImpl::ReplaceToken(std::u16string& setting, const char16_t* text, 
     numberTokens.Erase(setting.c_str());
     setting = text;
     numberTokens.InsertOrAssign(setting.c_str(), code);
+    // Erasing leaves room unused in the table; a caller that switches
+    // settings back and forth must not make it grow.
+    numberTokens.Compact();
     IndexTokens();
 }
 
@@ -98,6 +101,7 @@ ErrorCode FormatterImpl::SetNativeDigits(const char16_t* digits) {
         const char16_t digit[] = {nativeDigits[d], 0};
         numberTokens.InsertOrAssign(digit, NumberToken::Digit(d));
     }
+    numberTokens.Compact();
     IndexTokens();
     return ErrorCode::Success;
 }

@@ -93,6 +93,16 @@ public:
     // Returns 0 when the key had a value, else 1 (a null text included).
     int Erase(const char16_t* text);
 
+    // Builds the tree anew from its keys, so that its pools hold no room that
+    // erasing left unused. On an allocation failure the tree stays as it was.
+    void Compact();
+    // The bytes of the pools' elements in use, the unused ones among them
+    // included: what Compact shrinks.
+    std::size_t PoolBytes() const {
+        return nodes.size() * sizeof(Node) + units.size() * sizeof(char16_t) +
+               edges.size() * sizeof(Edge);
+    }
+
     // Gives every wide branch a table of its children by the units below
     // 128, for a tree that is done changing: a lookup then crosses such a
     // branch with one load. Any later change drops the tables.
@@ -422,6 +432,33 @@ bool RadixTree<Value>::Unbind(Node& node, const char16_t* rest, bool& erased) {
         return false;
     }
     return node.value == Value{} && node.form == Form::Leaf;
+}
+
+template <typename Value>
+void RadixTree<Value>::Compact() {
+    std::vector<std::pair<std::u16string, Value>> keys;
+    std::u16string key;
+    // Depth first, the key of the node at hand in `key`.
+    auto visit = [&](const Node& node, auto& self) -> void {
+        if (node.value != Value{}) keys.emplace_back(key, node.value);
+        if (node.form == Form::Branch) {
+            for (Index i = 0; i < node.count; ++i) {
+                const Edge& edge = edges[node.first + i];
+                key.push_back(edge.unit);
+                self(At(edge.child), self);
+                key.pop_back();
+            }
+        } else if (node.form == Form::Run) {
+            const std::size_t length = key.size();
+            key.append(units.data() + node.first, node.count);
+            self(At(node.link), self);
+            key.resize(length);
+        }
+    };
+    visit(root, visit);
+    RadixTree fresh(nodes.get_allocator().memory);
+    for (const auto& [text, value] : keys) fresh.InsertOrAssign(text.c_str(), value);
+    *this = std::move(fresh);
 }
 
 template <typename Value>

@@ -134,5 +134,23 @@ TEST(NumberTokens, NativeDigitsEraseASeparatorThatSharesTheirText) {
     ExpectToken(impl, u"7", 32, 1);
 }
 
+// Every setter erases a text from the table; switching back and forth must
+// not grow it.
+TEST(NumberTokens, SwitchingSettingsBackAndForthKeepsTheTableSmall) {
+    FormatterImpl impl(1033);
+    std::size_t settled = 0;
+    for (int round = 0; round < 200; ++round) {
+        ASSERT_EQ(impl.SetNumberGroupSeparator(round % 2 ? u"'" : u"thin space"),
+                  ErrorCode::Success);
+        impl.SetNegativeSign(round % 3 ? u"minus " : u"-");
+        if (round == 5) settled = impl.NumberTokens().PoolBytes();
+    }
+    EXPECT_LE(impl.NumberTokens().PoolBytes(), settled);
+    ExpectToken(impl, u"'", 44, 1);
+    ExpectToken(impl, u"thin space", 52, 0);
+    ExpectToken(impl, u"minus 1", 56, 6);
+    ExpectToken(impl, u"-", 52, 0);
+}
+
 }  // namespace
 }  // namespace Mensura
