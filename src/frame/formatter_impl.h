@@ -160,7 +160,15 @@ public:
     // The length of the number at the start of text by this formatter's
     // digits, signs and separators; 0 when none stands there, -1 when value is
     // null. Writes value and *flags (the NumberFlags seen) only for a number.
-    std::int64_t ScanNumber(const char16_t* text, double* value, std::uint32_t* flags) const;
+    // Most places of a text hold a unit or an operator, which the first look
+    // turns away without a call.
+    std::int64_t ScanNumber(const char16_t* text, double* value, std::uint32_t* flags) const {
+        if (value == nullptr) return -1;
+        // Only an empty sign could stand here, and a sign alone is no number;
+        // no token begins with the terminator.
+        if (text == nullptr || !MayStartToken(*text)) return 0;
+        return ReadNumber(text, value, flags);
+    }
 
 private:
     using SymbolStrings = std::map<int, SymbolStringEntry>;  // by symbol id
@@ -175,6 +183,8 @@ private:
     ErrorCode ParseThroughSymbolStrings(SymbolList& leading, const char16_t* rest, double& value,
                                         const Dimensions& dimensions) const;
 
+    // The scanner behind ScanNumber's first look.
+    std::int64_t ReadNumber(const char16_t* text, double* value, std::uint32_t* flags) const;
     // Erases the old text from NumberTokens, stores the new one, and inserts
     // it with code.
     void ReplaceToken(std::u16string& setting, const char16_t* text, int code);

@@ -66,18 +66,14 @@ ErrorCode FormatterImpl::ParseToBase(const char16_t* text, double& value,
     }
 
     // Every place holds a number or a key of the dictionary: numbers first.
-    // Most places hold a unit or an operator, which the scanner's first look
-    // turns away before it is called.
     while (*cursor != 0) {
-        if (MayStartToken(*cursor)) {
-            double number = 0.0;
-            std::uint32_t flags = 0;
-            const std::int64_t length = ScanNumber(cursor, &number, &flags);
-            if (length > 0) {
-                list.PushBackNew<NumberSymbol>(number, flags);
-                cursor += length;
-                continue;
-            }
+        double number = 0.0;
+        std::uint32_t flags = 0;
+        const std::int64_t length = ScanNumber(cursor, &number, &flags);
+        if (length > 0) {
+            list.PushBackNew<NumberSymbol>(number, flags);
+            cursor += length;
+            continue;
         }
         std::size_t matched = 0;
         const IParseSymbol* symbol = catalog.Dictionary().FindLongest(cursor, &matched);
@@ -136,13 +132,8 @@ ErrorCode FormatterImpl::ParseThroughSymbolStrings(SymbolList& leading, const ch
     return ReadResult(work, value, dimensions);
 }
 
-std::int64_t FormatterImpl::ScanNumber(const char16_t* text, double* value,
+std::int64_t FormatterImpl::ReadNumber(const char16_t* text, double* value,
                                        std::uint32_t* flagsOut) const {
-    if (value == nullptr) return -1;
-    if (text == nullptr || *text == 0) return 0;
-    // Only an empty sign could stand here, and a sign alone is no number.
-    if (!MayStartToken(*text)) return 0;
-
     enum class State {
         Start,
         Signed,
