@@ -104,7 +104,7 @@ std::int64_t DegreePrimeDoublePrimeSymbol::Render(double value, const Dimensions
                                                   const FormatterImpl& settings) const {
     if (buffer == nullptr) return kFailure;
     double a = 0.0;
-    const ErrorCode converted = GetConverter().FromBase(value, dims, a);
+    const ErrorCode converted = GetConverter().DirectFromBase(value, dims, a);
     if (converted != ErrorCode::Success) return -static_cast<std::int64_t>(converted);
     std::size_t at = 0;
     char16_t last = 0;
@@ -171,7 +171,7 @@ std::int64_t DegreePrimeDoublePrimeSymbol::RenderPart(int part, double value,
                                                       const FormatterImpl& settings) const {
     if (buffer == nullptr || isBearing) return kFailure;
     double a = 0.0;
-    const ErrorCode converted = GetConverter().FromBase(value, dims, a);
+    const ErrorCode converted = GetConverter().DirectFromBase(value, dims, a);
     if (converted != ErrorCode::Success) return -static_cast<std::int64_t>(converted);
     const int digits = settings.GetNumberDecimalDigits();
     const Split split = SplitAngle(a, digits);
@@ -209,7 +209,8 @@ int DegreePrimeDoublePrimeSymbol::ParsePart(SymbolList& list, int form) const {
         a < 0.0 ? a - minutes / 60.0 - seconds / 3600.0 : minutes / 60.0 + a + seconds / 3600.0;
     const UnitConverter& converter = GetConverter();
     double base = 0.0;
-    if (converter.ToBase(angle, base, converter.GetDimensions()) != ErrorCode::Success) return 1;
+    if (converter.DirectToBase(angle, base, converter.GetDimensions()) != ErrorCode::Success)
+        return 1;
     const SymbolList::iterator head = list.begin();
     list.Replace<ResultSymbol>(head, converter.GetDimensions(), base);
     list.Erase(head.next(), it);

@@ -43,7 +43,7 @@ double PrimeDoublePrimeSymbol::Multiplier() const {
 std::int64_t PrimeDoublePrimeSymbol::Begin(double value, const Dimensions& dims,
                                            const FormatterImpl& settings, Start& start) const {
     double x = 0.0;
-    const ErrorCode converted = GetConverter().FromBase(value, dims, x);
+    const ErrorCode converted = GetConverter().DirectFromBase(value, dims, x);
     if (converted != ErrorCode::Success) return -static_cast<std::int64_t>(converted);
     // The sign of -0.5 feet survives in front of a large number of 0.
     start.largeMode = RenderMode::WholeNumber | (x < 0.0 ? RenderMode::SignOnZero : 0u);
@@ -189,7 +189,8 @@ int PrimeDoublePrimeSymbol::ParsePart(SymbolList& list, int form) const {
     }
     const UnitConverter& converter = GetConverter();
     double base = 0.0;
-    if (converter.ToBase(total, base, converter.GetDimensions()) != ErrorCode::Success) return 1;
+    if (converter.DirectToBase(total, base, converter.GetDimensions()) != ErrorCode::Success)
+        return 1;
     const SymbolList::iterator head = list.begin();
     list.Replace<ResultSymbol>(head, converter.GetDimensions(), base);
     list.Erase(head.next(), it);

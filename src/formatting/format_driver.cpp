@@ -18,7 +18,7 @@ ErrorCode FormatterImpl::Format(double value, int unit, char16_t* buffer, std::s
     const UnitConverter* converter = UnitCatalog::Instance().FindConverter(unit);
     if (converter == nullptr) return ErrorCode::Failure;
     double base = 0.0;
-    if (converter->ToBase(value, base, converter->GetDimensions()) != ErrorCode::Success) {
+    if (converter->DirectToBase(value, base, converter->GetDimensions()) != ErrorCode::Success) {
         return ErrorCode::Failure;
     }
     return Format(base, converter->GetDimensions(), buffer, size, symbol != 0 ? symbol : unit,
@@ -46,7 +46,7 @@ ErrorCode FormatterImpl::Format(double value, const Dimensions& dims, char16_t* 
     if (converted != nullptr) {
         // The whole value in the symbol's unit, unrounded, whatever was rendered.
         if (const UnitConverter* unit = catalog.FindConverter(resolved)) {
-            unit->FromBase(value, dims, *converted);
+            unit->DirectFromBase(value, dims, *converted);
         }
     }
     return ErrorCode::Success;

@@ -32,7 +32,7 @@ std::int64_t NumberedSymbol::RenderPart(int part, double value, const Dimensions
                                         const FormatterImpl& settings) const {
     if (part != 0) return -static_cast<std::int64_t>(ErrorCode::Failure);
     double inUnit = 0.0;
-    const ErrorCode result = NumberConverter().FromBase(value, dims, inUnit);
+    const ErrorCode result = NumberConverter().DirectFromBase(value, dims, inUnit);
     if (result != ErrorCode::Success) return -static_cast<std::int64_t>(result);
     return settings.RenderNumber(inUnit, buffer, size, 0);
 }

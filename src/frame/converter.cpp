@@ -87,13 +87,13 @@ double Converter::Factor(int from, int to) {
 ErrorCode Converter::Convert(double value, const int (&dimensions)[7], double& out, int to) {
     const UnitConverter* target = UnitCatalog::Instance().FindConverter(to);
     if (target == nullptr) return ErrorCode::UnitMismatch;
-    return target->FromBase(value, ToDimensions(dimensions), out);
+    return target->DirectFromBase(value, ToDimensions(dimensions), out);
 }
 
 ErrorCode Converter::Convert(double value, int from, double& out, const int (&dimensions)[7]) {
     const UnitConverter* source = UnitCatalog::Instance().FindConverter(from);
     if (source == nullptr) return ErrorCode::UnitMismatch;
-    return source->ToBase(value, out, ToDimensions(dimensions));
+    return source->DirectToBase(value, out, ToDimensions(dimensions));
 }
 
 size_t Converter::GetUnitGroups(int* const ids) {

@@ -37,7 +37,7 @@ int BecomeUnitUnlessAngle(SymbolList& list, SymbolList::iterator& position,
 int FinishAngle(SymbolList& list, SymbolList::iterator& position, double amount, int unit,
                 const Dimensions& dimensions) {
     double base = 0.0;
-    if (ConverterOf(unit).ToBase(amount, base, dimensions) != ErrorCode::Success) return 1;
+    if (ConverterOf(unit).DirectToBase(amount, base, dimensions) != ErrorCode::Success) return 1;
     list.Replace<ResultSymbol>(list.begin(), dimensions, base);
     list.Erase(list.begin().next(), list.end());
     position = list.end();
@@ -143,7 +143,7 @@ int DegreeSymbol::Evaluate(SymbolList& list, SymbolList::iterator& position, boo
     if (n == nullptr) return 1;
     const double d = n->value;
     double out = 0.0;
-    if (ConverterOf(kDegree).ToBase(d, out, dimensions) != ErrorCode::Success) return 1;
+    if (ConverterOf(kDegree).DirectToBase(d, out, dimensions) != ErrorCode::Success) return 1;
     const SymbolList::iterator behind = mark.next();
     if (behind == list.end()) {
         list.Replace<ResultSymbol>(before, dimensions, out);

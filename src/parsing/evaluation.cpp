@@ -16,7 +16,7 @@ void StepBack(SymbolList& list, SymbolList::iterator& position) {
 int MakeResult(SymbolList& list, SymbolList::iterator number, const UnitConverter& converter) {
     double base = 0.0;
     const Dimensions& dimensions = converter.GetDimensions();
-    if (converter.ToBase(number.symbol()->AsNumber()->value, base, dimensions) !=
+    if (converter.DirectToBase(number.symbol()->AsNumber()->value, base, dimensions) !=
         ErrorCode::Success) {
         return 1;
     }

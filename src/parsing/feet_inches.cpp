@@ -48,7 +48,7 @@ int Finish(SymbolList& list, SymbolList::iterator& position, double amount, int 
            const Dimensions& dimensions) {
     double base = 0.0;
     const UnitConverter* converter = UnitCatalog::Instance().FindConverter(unit);
-    if (converter->ToBase(amount, base, dimensions) != ErrorCode::Success) return 1;
+    if (converter->DirectToBase(amount, base, dimensions) != ErrorCode::Success) return 1;
     list.Replace<ResultSymbol>(list.begin(), dimensions, base);
     list.Erase(list.begin().next(), list.end());
     position = list.end();

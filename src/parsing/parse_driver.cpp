@@ -20,7 +20,7 @@ ErrorCode FormatterImpl::ParseInUnit(const char16_t* text, double& value, int un
         return ErrorCode::ParseFailure;
     }
     // The caller's value is written here alone, the offset of a scale taken off.
-    if (converter->FromBase(base, dimensions, value) != ErrorCode::Success) {
+    if (converter->DirectFromBase(base, dimensions, value) != ErrorCode::Success) {
         return ErrorCode::ParseFailure;
     }
     return ErrorCode::Success;
@@ -33,7 +33,7 @@ namespace {
 ErrorCode ReadResult(SymbolList& list, double& value, const Dimensions& dimensions) {
     const OperandSymbol* result = list.begin().symbol()->AsOperand();
     if (result == nullptr ||
-        result->GetConverter().ToBase(1.0, value, dimensions) != ErrorCode::Success) {
+        result->GetConverter().DirectToBase(1.0, value, dimensions) != ErrorCode::Success) {
         return ErrorCode::ParseFailure;
     }
     return ErrorCode::Success;

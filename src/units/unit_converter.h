@@ -8,53 +8,47 @@
 
 namespace Mensura {
 
+// The operations are virtual, in this order: FromBase, ConvertTo, ToBase,
+// FactorTo, Clone, then the destructor.
 class UnitConverter {
 public:
-    virtual ~UnitConverter() = default;
-
     // value is in base units of `dimensions`; writes it in this unit. Returns
     // UnitMismatch, with out left alone, when the dimensions are not this
-    // unit's own. Both ways in and out of base are the same for every class
-    // and need no call: a parse takes them at nearly every step.
-    ErrorCode FromBase(double value, const Dimensions& dims, double& out) const {
-        if (!SameDimensions(dims, dimensions)) return ErrorCode::UnitMismatch;
-        out = hasOffset ? (value - offset) / factor : value / factor;
-        return ErrorCode::Success;
-    }
+    // unit's own.
+    virtual ErrorCode FromBase(double value, const Dimensions& dimensions, double& out) const = 0;
     // Converts value in this unit into `target`. out holds the base value
     // even when the target refuses the dimensions.
     virtual ErrorCode ConvertTo(double value, double& out, const UnitConverter& target) const = 0;
     // Writes value, in this unit, in base units; refuses other dimensions.
-    ErrorCode ToBase(double value, double& out, const Dimensions& dims) const {
-        if (!SameDimensions(dims, dimensions)) return ErrorCode::UnitMismatch;
-        out = hasOffset ? value * factor + offset : value * factor;
-        return ErrorCode::Success;
-    }
+    virtual ErrorCode ToBase(double value, double& out, const Dimensions& dimensions) const = 0;
     // The pure ratio of this unit to `other`; Failure where none exists.
     virtual ErrorCode FactorTo(const UnitConverter& other, double& out) const = 0;
     virtual UnitConverter* Clone() const = 0;
+    virtual ~UnitConverter() = default;
+
+    // What FromBase and ToBase do, for both classes, without a call: a parse
+    // and a rendering go in and out of base at nearly every step.
+    ErrorCode DirectFromBase(double value, const Dimensions& dims, double& out) const;
+    ErrorCode DirectToBase(double value, double& out, const Dimensions& dims) const;
 
     const Dimensions& GetDimensions() const { return dimensions; }
     // The size of one unit in base units, whatever the class.
     double GetFactor() const { return factor; }
 
 protected:
-    UnitConverter(const Dimensions& dims, double scale) : dimensions(dims), factor(scale) {}
-    UnitConverter(const Dimensions& dims, double scale, double zero)
-        : dimensions(dims), factor(scale), offset(zero), hasOffset(true) {}
+    UnitConverter(const Dimensions& dims, double scale, bool offset)
+        : dimensions(dims), factor(scale), hasOffset(offset) {}
     UnitConverter(const UnitConverter&) = default;
     UnitConverter& operator=(const UnitConverter&) = default;
 
-    // Out of base by `target`: a pure scale is divided out here, saving the
-    // conversion a virtual call; a scale with an offset does its own.
+    // Out of base by `target`, whatever its class, without a call.
     ErrorCode LeaveBase(double base, double& out, const UnitConverter& target) const {
-        return target.FromBase(base, dimensions, out);
+        return target.DirectFromBase(base, dimensions, out);
     }
 
     Dimensions dimensions;
     double factor;
-    double offset = 0.0;  // a scale's zero in base units; used only with hasOffset
-    bool hasOffset = false;
+    bool hasOffset;  // the object is a LinearConverter
 };
 
 // A pure scale: one unit is `factor` base units.
@@ -66,26 +60,34 @@ public:
     static constexpr QuotientTag Quotient{};
 
     // A dimensionless scale.
-    explicit GenericConverter(double scale) : UnitConverter(Dimensions{}, scale) {}
+    explicit GenericConverter(double scale) : UnitConverter(Dimensions{}, scale, false) {}
     // A scale with the given exponents.
-    GenericConverter(const Dimensions& dims, double scale) : UnitConverter(dims, scale) {}
+    GenericConverter(const Dimensions& dims, double scale) : UnitConverter(dims, scale, false) {}
     GenericConverter(const GenericConverter&) = default;
     GenericConverter& operator=(const GenericConverter&) = default;
     template <int L, int M, int T, int I, int Theta, int N, int J>
     explicit GenericConverter(Quantity<L, M, T, I, Theta, N, J> quantity)
-        : UnitConverter(Dimensions{L, M, T, I, Theta, N, J}, quantity.Value()) {}
+        : UnitConverter(Dimensions{L, M, T, I, Theta, N, J}, quantity.Value(), false) {}
     // a times b: exponents add, factors multiply. An offset plays no part.
     GenericConverter(const UnitConverter& a, const UnitConverter& b, ProductTag)
-        : UnitConverter(a.GetDimensions() + b.GetDimensions(), a.GetFactor() * b.GetFactor()) {}
+        : UnitConverter(a.GetDimensions() + b.GetDimensions(), a.GetFactor() * b.GetFactor(),
+                        false) {}
     // a divided by b: exponents subtract, factors divide.
     GenericConverter(const UnitConverter& a, const UnitConverter& b, QuotientTag)
-        : UnitConverter(a.GetDimensions() - b.GetDimensions(), a.GetFactor() / b.GetFactor()) {}
+        : UnitConverter(a.GetDimensions() - b.GetDimensions(), a.GetFactor() / b.GetFactor(),
+                        false) {}
 
+    ErrorCode FromBase(double value, const Dimensions& dims, double& out) const override {
+        return DirectFromBase(value, dims, out);
+    }
     ErrorCode ConvertTo(double value, double& out, const UnitConverter& target) const override {
         // Into base by this unit, which cannot refuse its own dimensions; the
         // way out of base holds the one check.
         out = value * factor;
         return LeaveBase(out, out, target);
+    }
+    ErrorCode ToBase(double value, double& out, const Dimensions& dims) const override {
+        return DirectToBase(value, out, dims);
     }
     ErrorCode FactorTo(const UnitConverter& other, double& out) const override;
     UnitConverter* Clone() const override { return new GenericConverter(*this); }
@@ -95,19 +97,45 @@ public:
 // Only temperature scales are built this way.
 class LinearConverter final : public UnitConverter {
 public:
-    LinearConverter(Quantity<0, 0, 0, 0, 1, 0, 0> scale, Quantity<0, 0, 0, 0, 1, 0, 0> zero)
-        : UnitConverter(Dimensions{0, 0, 0, 0, 1, 0, 0}, scale.Value(), zero.Value()) {}
+    LinearConverter(Quantity<0, 0, 0, 0, 1, 0, 0> scale, Quantity<0, 0, 0, 0, 1, 0, 0> offset)
+        : UnitConverter(Dimensions{0, 0, 0, 0, 1, 0, 0}, scale.Value(), true),
+          offset(offset.Value()) {}
     LinearConverter(const LinearConverter&) = default;
 
+    ErrorCode FromBase(double value, const Dimensions& dims, double& out) const override {
+        return DirectFromBase(value, dims, out);
+    }
     ErrorCode ConvertTo(double value, double& out, const UnitConverter& target) const override {
         out = value * factor + offset;
         return LeaveBase(out, out, target);
+    }
+    ErrorCode ToBase(double value, double& out, const Dimensions& dims) const override {
+        return DirectToBase(value, out, dims);
     }
     ErrorCode FactorTo(const UnitConverter& other, double& out) const override;
     UnitConverter* Clone() const override { return new LinearConverter(*this); }
 
     double GetOffset() const { return offset; }
+
+private:
+    double offset;
 };
+
+inline ErrorCode UnitConverter::DirectFromBase(double value, const Dimensions& dims,
+                                               double& out) const {
+    if (!SameDimensions(dims, dimensions)) return ErrorCode::UnitMismatch;
+    out = hasOffset ? (value - static_cast<const LinearConverter*>(this)->GetOffset()) / factor
+                    : value / factor;
+    return ErrorCode::Success;
+}
+
+inline ErrorCode UnitConverter::DirectToBase(double value, double& out,
+                                             const Dimensions& dims) const {
+    if (!SameDimensions(dims, dimensions)) return ErrorCode::UnitMismatch;
+    out = hasOffset ? value * factor + static_cast<const LinearConverter*>(this)->GetOffset()
+                    : value * factor;
+    return ErrorCode::Success;
+}
 
 }  // namespace Mensura
 
