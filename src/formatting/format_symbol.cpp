@@ -52,9 +52,9 @@ int NumberedSymbol::MakeCustomSymbols(CustomSymbolList& out,
 }
 
 GenericSymbol::GenericSymbol(std::u16string_view text, int unitId, std::uint32_t flags)
-    : OperandSymbol(UnitCatalog::Instance().FindConverter(unitId)),
-      NumberedSymbol(text, flags),
-      unit(unitId) {}
+    : NumberedSymbol(text, flags),
+      unit(unitId),
+      converter(UnitCatalog::Instance().FindConverter(unitId)) {}
 
 const UnitConverter& LinearSymbol::NumberConverter() const {
     return *UnitCatalog::Instance().FindConverter(scaleUnit);

@@ -109,6 +109,8 @@ public:
     // The symbols are made with the catalogue, once its converters stand.
     GenericSymbol(std::u16string_view text, int unitId, std::uint32_t flags);
 
+    // The catalogue's converter of the unit, found once.
+    const UnitConverter& GetConverter() const override { return *converter; }
     int Unit() const { return unit; }
 
 protected:
@@ -116,6 +118,7 @@ protected:
 
 private:
     int unit;
+    const UnitConverter* converter;
 };
 
 // A GenericSymbol with a display text of its own: the unit of pure numbers

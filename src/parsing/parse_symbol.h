@@ -80,24 +80,14 @@ private:
     Family family = Family::Other;
 };
 
-// A unit: its value is its converter, which it points at, so that the
-// evaluation reaches it without a call.
+// A unit: its value is its converter.
 class OperandSymbol : public IParseSymbol {
 public:
+    OperandSymbol() : IParseSymbol(Family::Operand) {}
     int Evaluate(SymbolList& list, SymbolList::iterator& position, bool firstPass,
                  const Dimensions& dimensions) const override;
     ParseKind Kind() const override { return ParseKind::Operand; }
-    const UnitConverter& GetConverter() const { return *converter; }
-
-protected:
-    // converter outlives the symbol, or is a member of it.
-    explicit OperandSymbol(const UnitConverter* unitConverter)
-        : IParseSymbol(Family::Operand), converter(unitConverter) {}
-    OperandSymbol(const OperandSymbol&) = delete;
-    OperandSymbol& operator=(const OperandSymbol&) = delete;
-
-private:
-    const UnitConverter* converter;
+    virtual const UnitConverter& GetConverter() const = 0;
 };
 
 // An operand made during evaluation: a pure scale held by value. An offset
@@ -105,12 +95,12 @@ private:
 class GenericOperand : public OperandSymbol {
 public:
     explicit GenericOperand(const UnitConverter& source)
-        : OperandSymbol(&own), own(source.GetDimensions(), source.GetFactor()) {}
-    GenericOperand(const Dimensions& dimensions, double factor)
-        : OperandSymbol(&own), own(dimensions, factor) {}
+        : converter(source.GetDimensions(), source.GetFactor()) {}
+    GenericOperand(const Dimensions& dimensions, double factor) : converter(dimensions, factor) {}
+    const UnitConverter& GetConverter() const override { return converter; }
 
 private:
-    GenericConverter own;
+    GenericConverter converter;
 };
 
 // The finished quantity: its factor is the value in base units.

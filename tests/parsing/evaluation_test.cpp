@@ -17,11 +17,11 @@ using MensuraTest::SameBits;
 // stand yet while the test's statics are made.
 class UnitOperand final : public OperandSymbol {
 public:
-    UnitOperand(const Dimensions& dimensions, double factor)
-        : OperandSymbol(&own), own(dimensions, factor) {}
+    UnitOperand(const Dimensions& dimensions, double factor) : converter(dimensions, factor) {}
+    const UnitConverter& GetConverter() const override { return converter; }
 
 private:
-    GenericConverter own;
+    GenericConverter converter;
 };
 
 const UnitOperand kMeter({1, 0, 0, 0, 0, 0, 0}, 1.0), kFoot({1, 0, 0, 0, 0, 0, 0}, 0.3048),
