@@ -3,20 +3,24 @@
 // begins a text, which is how a scanner tells "m" from "mm" from "m²".
 //
 // Layout: the tree keeps everything in three pools of its own, so that
-// thousands of keys take about a hundred allocations rather than a few a key.
+// thousands of keys take a few allocations rather than a few a key.
 // - The root lives in the tree itself, so that a lookup starts without a load,
-//   and when it branches, its children by the units below 256 are also found
-//   in a table of their own: the root is the widest node by far, and every
-//   lookup and every insertion passes it.
+//   and when it branches, its children by the Latin units and by those of the
+//   block of primes and letterlike symbols are also found in a table of their
+//   own: the root is the widest node by far, and every lookup and every
+//   insertion passes it.
 //   Every other node sits in one array and is named by its 32-bit index; 0
 //   names none. A lookup thus reaches a child with one load. Released nodes
 //   go on a free list for reuse.
+// - Once a tree is built, IndexWideBranches gives the other wide branches
+//   tables too; any change drops them.
 // - `units` holds the texts of the run nodes, each a span of it; no two runs
 //   share a unit.
 // - `edges` holds the children of the branch nodes: each branch has a span of
 //   (unit, child) pairs sorted by unit, with room to grow. A full span moves
 //   to the end of the pool with twice the room and leaves its old place unused.
-// Units and edges that erasing frees are reused only at the end of their pool.
+// Units and edges that erasing frees are reused only at the end of their pool;
+// Compact builds the tree anew without them.
 // The pools take their memory from the heap, or from a memory resource of the
 // tree's owner: a structure built once can hold the tree in its own blocks.
 #ifndef MENSURA_VOCABULARY_RADIX_TREE_H
