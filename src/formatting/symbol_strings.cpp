@@ -73,13 +73,31 @@ ErrorCode FormatterImpl::SetSymbolString(SymbolStrings& strings, int symbol, con
     const auto entry = found != strings.end() ? found : strings.try_emplace(symbol).first;
     CustomSymbolList& old = entry->second.symbols;
     for (const auto& object : old) customDictionary.TakeOut(*object);
-    std::size_t put = 0;
-    while (put < made.size() && customDictionary.Put(*made[put]) == 0) ++put;
-    if (put < made.size()) {
-        // Back to the state before the call.
-        for (std::size_t i = 0; i < put; ++i) customDictionary.TakeOut(*made[i]);
+    // Back to the state before the call: the new objects leave the paths,
+    // the one being put included, and the old ones take theirs again.
+    // Taking out allocates nothing.
+    const auto restore = [&](std::size_t placed) {
+        for (std::size_t i = 0; i < placed && i < made.size(); ++i) {
+            customDictionary.TakeOut(*made[i]);
+        }
         for (const auto& object : old) customDictionary.Put(*object);
         if (old.empty()) strings.erase(entry);
+    };
+    std::size_t put = 0;
+    try {
+        while (put < made.size() && customDictionary.Put(*made[put]) == 0) ++put;
+    } catch (...) {
+        // Out of memory midway: no path may keep a new object, which goes
+        // with this call. Should the old paths not fit again either, their
+        // objects stay out of the dictionary, which then reads less.
+        try {
+            restore(put + 1);
+        } catch (...) {
+        }
+        throw;
+    }
+    if (put < made.size()) {
+        restore(put);
         return ErrorCode::Failure;
     }
     entry->second.text = std::move(stored);
