@@ -11,8 +11,10 @@
  * include the terminator.
  *
  * Results are error codes: 0 success, 1 failure (bad argument, buffer too
- * short), 2 parse failure, 3 not set, 4 unit mismatch (unknown unit, or two
- * units of different dimensions).
+ * short, memory exhausted), 2 parse failure, 3 not set, 4 unit mismatch
+ * (unknown unit, or two units of different dimensions). No exception leaves
+ * these functions: when memory runs out, a setter leaves the formatter as it
+ * was and returns 1, and CreateFormatter returns NULL.
  */
 #ifndef MENSURA_H
 #define MENSURA_H

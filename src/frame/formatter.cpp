@@ -2,6 +2,7 @@
 #include <cstdint>
 #include <limits>
 
+#include "frame/c_boundary.h"
 #include "frame/formatter_impl.h"
 #include "mensura/mensura.hpp"
 #include "units/unit_catalog.h"
@@ -201,12 +202,20 @@ int Result(ErrorCode code) {
     return static_cast<int>(code);
 }
 
+int ApplyNumberSetting(MensuraFormatter* formatter, int selector, void* data, size_t size);
+int ApplySymbolStringSetting(MensuraFormatter* formatter, int selector, int symbol,
+                             MensuraChar16* data, size_t size);
+
 }  // namespace
 
 extern "C" {
 
 MensuraFormatter* CreateFormatter(int locale) {
-    return new Formatter(locale);
+    try {
+        return new Formatter(locale);
+    } catch (...) {
+        return nullptr;  // out of memory
+    }
 }
 
 void DestroyFormatter(MensuraFormatter* formatter) {
@@ -217,7 +226,7 @@ int Parse(MensuraFormatter* formatter, const MensuraChar16* text, double* value,
     if (formatter == nullptr || text == nullptr || value == nullptr) {
         return Result(ErrorCode::Failure);
     }
-    return Result(formatter->Parse(text, *value, unit));
+    return Mensura::CallFromC([&] { return Result(formatter->Parse(text, *value, unit)); });
 }
 
 int Format(MensuraFormatter* formatter, double value, int unit, MensuraChar16* buffer, size_t size,
@@ -225,10 +234,25 @@ int Format(MensuraFormatter* formatter, double value, int unit, MensuraChar16* b
     if (formatter == nullptr || buffer == nullptr || converted == nullptr) {
         return Result(ErrorCode::Failure);
     }
-    return Result(formatter->Format(value, unit, buffer, size, symbol, converted));
+    return Mensura::CallFromC(
+        [&] { return Result(formatter->Format(value, unit, buffer, size, symbol, converted)); });
 }
 
 int FormatterNumberSetting(MensuraFormatter* formatter, int selector, void* data, size_t size) {
+    return Mensura::CallFromC([&] { return ApplyNumberSetting(formatter, selector, data, size); });
+}
+
+int FormatterSymbolStringSetting(MensuraFormatter* formatter, int selector, int symbol,
+                                 MensuraChar16* data, size_t size) {
+    return Mensura::CallFromC(
+        [&] { return ApplySymbolStringSetting(formatter, selector, symbol, data, size); });
+}
+
+}  // extern "C"
+
+namespace {
+
+int ApplyNumberSetting(MensuraFormatter* formatter, int selector, void* data, size_t size) {
     if (formatter == nullptr || data == nullptr) return Result(ErrorCode::Failure);
     auto* const text = static_cast<char16_t*>(data);
     auto* const number = static_cast<std::int32_t*>(data);
@@ -289,8 +313,8 @@ int FormatterNumberSetting(MensuraFormatter* formatter, int selector, void* data
     return Result(ErrorCode::Failure);
 }
 
-int FormatterSymbolStringSetting(MensuraFormatter* formatter, int selector, int symbol,
-                                 MensuraChar16* data, size_t size) {
+int ApplySymbolStringSetting(MensuraFormatter* formatter, int selector, int symbol,
+                             MensuraChar16* data, size_t size) {
     if (formatter == nullptr || data == nullptr) return Result(ErrorCode::Failure);
     switch (selector) {
         case GetFormattingString:
@@ -305,4 +329,4 @@ int FormatterSymbolStringSetting(MensuraFormatter* formatter, int selector, int 
     return Result(ErrorCode::Failure);
 }
 
-}  // extern "C"
+}  // namespace

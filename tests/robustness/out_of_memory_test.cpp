@@ -7,6 +7,7 @@
 #include <new>
 
 #include "frame/formatter_impl.h"
+#include "mensura/mensura.h"
 #include "robustness/failing_allocator.h"
 
 namespace Mensura {
@@ -64,6 +65,30 @@ TEST(OutOfMemory, ANewSymbolStringIsThereWholeOrNotAtAll) {
         EXPECT_EQ(formatter.GetSymbolParsingString(kFeetInchesFraction, stored, 32),
                   succeeded ? ErrorCode::Success : ErrorCode::NotSet)
             << allowed;
+    }
+    EXPECT_TRUE(succeeded);
+}
+
+// No exception reaches a caller in C: a formatter that cannot be made is
+// null, and a setter that runs out of memory reports a failure.
+TEST(OutOfMemory, TheFlatFunctionsReportItAsFailure) {
+    MensuraTest::FailAfter(0);
+    EXPECT_EQ(CreateFormatter(1033), nullptr);
+    MensuraTest::FailAfter(-1);
+
+    bool succeeded = false;
+    for (long allowed = 0; !succeeded && allowed < 2000; ++allowed) {
+        MensuraFormatter* formatter = CreateFormatter(1033);
+        ASSERT_NE(formatter, nullptr);
+        char16_t text[] = u"{0} ft {1} in";
+        MensuraTest::FailAfter(allowed);
+        const int result = FormatterSymbolStringSetting(formatter, 4, kFeetInchesFraction, text, 0);
+        MensuraTest::FailAfter(-1);
+        EXPECT_TRUE(result == 0 || result == 1) << allowed;
+        succeeded = result == 0;
+        double value = -1.0;
+        EXPECT_EQ(Parse(formatter, u"5 ft 6 1/4 in", &value, kInch), succeeded ? 0 : 2) << allowed;
+        DestroyFormatter(formatter);
     }
     EXPECT_TRUE(succeeded);
 }
