@@ -13,8 +13,9 @@
  * Results are error codes: 0 success, 1 failure (bad argument, buffer too
  * short, memory exhausted), 2 parse failure, 3 not set, 4 unit mismatch
  * (unknown unit, or two units of different dimensions). No exception leaves
- * these functions: when memory runs out, a setter leaves the formatter as it
- * was and returns 1, and CreateFormatter returns NULL.
+ * these functions: when memory runs out they return 1, and CreateFormatter
+ * returns NULL; a symbol string's setter then leaves the formatter's strings
+ * as they were.
  */
 #ifndef MENSURA_H
 #define MENSURA_H
