@@ -41,11 +41,6 @@ protected:
     UnitConverter(const UnitConverter&) = default;
     UnitConverter& operator=(const UnitConverter&) = default;
 
-    // Out of base by `target`, whatever its class, without a call.
-    ErrorCode LeaveBase(double base, double& out, const UnitConverter& target) const {
-        return target.DirectFromBase(base, dimensions, out);
-    }
-
     Dimensions dimensions;
     double factor;
     bool hasOffset;  // the object is a LinearConverter
@@ -84,7 +79,7 @@ public:
         // Into base by this unit, which cannot refuse its own dimensions; the
         // way out of base holds the one check.
         out = value * factor;
-        return LeaveBase(out, out, target);
+        return target.DirectFromBase(out, dimensions, out);
     }
     ErrorCode ToBase(double value, double& out, const Dimensions& dims) const override {
         return DirectToBase(value, out, dims);
@@ -107,7 +102,7 @@ public:
     }
     ErrorCode ConvertTo(double value, double& out, const UnitConverter& target) const override {
         out = value * factor + offset;
-        return LeaveBase(out, out, target);
+        return target.DirectFromBase(out, dimensions, out);
     }
     ErrorCode ToBase(double value, double& out, const Dimensions& dims) const override {
         return DirectToBase(value, out, dims);
