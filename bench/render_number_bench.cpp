@@ -3,8 +3,8 @@
 #include <benchmark/benchmark.h>
 
 #include "allocation_counter.h"
-#include "formatting/render_number.h"
-#include "frame/formatter_impl.h"
+#include "numbers/render_mode.h"
+#include "api/formatter_impl.h"
 
 namespace {
 

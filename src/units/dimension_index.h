@@ -8,7 +8,7 @@
 #include <cstddef>
 #include <cstdint>
 
-#include "units/dimensions.h"
+#include "base/dimensions.h"
 
 namespace Mensura {
 

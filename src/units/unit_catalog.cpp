@@ -1,7 +1,7 @@
 #include "units/unit_catalog.h"
 
-#include "formatting/format_symbol.h"
-#include "parsing/parse_symbol.h"
+#include "notations/format_symbol.h"
+#include "grammar/parse_symbol.h"
 
 namespace Mensura {
 

@@ -13,10 +13,10 @@
 #include <vector>
 
 #include "units/dimension_index.h"
-#include "units/dimensions.h"
+#include "base/dimensions.h"
 #include "units/unit_converter.h"
-#include "units/unit_id.h"
-#include "vocabulary/radix_tree.h"
+#include "base/unit_id.h"
+#include "base/radix_tree.h"
 
 namespace Mensura {
 

@@ -4,7 +4,7 @@
 #define MENSURA_UNITS_UNIT_CONVERTER_H
 
 #include "mensura/mensura.hpp"
-#include "units/dimensions.h"
+#include "base/dimensions.h"
 
 namespace Mensura {
 

@@ -6,7 +6,7 @@
 
 #include <new>
 
-#include "frame/formatter_impl.h"
+#include "api/formatter_impl.h"
 #include "mensura/mensura.h"
 #include "robustness/failing_allocator.h"
 

@@ -1,0 +1,101 @@
+// Which symbol renders a value, and what its result means to the caller.
+#include "notations/symbol_strings.h"
+#include "notations/format_symbol.h"
+#include "api/formatter_impl.h"
+#include "units/unit_catalog.h"
+
+namespace Mensura {
+
+namespace {
+
+// Lookups ignore the top four bits of an id.
+constexpr int kIdBits = 0x0FFFFFFF;
+
+}  // namespace
+
+ErrorCode FormatterImpl::Format(double value, int unit, char16_t* buffer, std::size_t size,
+                                int symbol, double* converted) const {
+    const UnitConverter* converter = UnitCatalog::Instance().FindConverter(unit);
+    if (converter == nullptr) return ErrorCode::Failure;
+    double base = 0.0;
+    if (converter->DirectToBase(value, base, converter->GetDimensions()) != ErrorCode::Success) {
+        return ErrorCode::Failure;
+    }
+    return Format(base, converter->GetDimensions(), buffer, size, symbol != 0 ? symbol : unit,
+                  converted);
+}
+
+ErrorCode FormatterImpl::Format(double value, const Dimensions& dims, char16_t* buffer,
+                                std::size_t size, int symbol, double* converted) const {
+    const UnitCatalog& catalog = UnitCatalog::Instance();
+    const int request = symbol != 0 ? symbol : catalog.FindGroupByDimensions(dims);
+    const int resolved = ResolveSymbol(request);
+    // A formatting string of the resolved symbol renders in the catalogue's place.
+    const IFormatSymbol* renderer = nullptr;
+    if (const auto custom = formatSymbolStrings.find(resolved);
+        custom != formatSymbolStrings.end()) {
+        const CustomSymbolList& symbols = custom->second.symbols;
+        if (!symbols.empty()) renderer = symbols.front().get();
+    } else if (const ISymbol* found = catalog.FindSymbol(resolved, languageIndex)) {
+        renderer = found->AsFormat();
+    }
+    if (renderer == nullptr) return ErrorCode::Failure;
+    const std::int64_t result = renderer->Render(value, dims, buffer, size, *this);
+    if (result < 0) return static_cast<ErrorCode>(-result);
+    if (result == 0) return ErrorCode::Failure;
+    if (converted != nullptr) {
+        // The whole value in the symbol's unit, unrounded, whatever was rendered.
+        if (const UnitConverter* unit = catalog.FindConverter(resolved)) {
+            unit->DirectFromBase(value, dims, *converted);
+        }
+    }
+    return ErrorCode::Success;
+}
+
+int FormatterImpl::ResolveSymbol(int id) const {
+    const auto bits = static_cast<std::uint32_t>(id);
+    if ((bits & UnitId::SymbolMask) != 0) return id;
+    int unit = id;
+    if ((bits & UnitId::TypeMask) == 0) {
+        const auto found = defaultUnits.find(id & kIdBits);
+        unit = found != defaultUnits.end() ? found->second : id | 1;
+    }
+    const auto found = defaultSymbols.find(unit & kIdBits);
+    return found != defaultSymbols.end() ? found->second : unit | (1 << 20);
+}
+
+int FormatterImpl::GetDefaultSymbol(int id) const {
+    const auto found = defaultSymbols.find(id & kIdBits);
+    if (found != defaultSymbols.end()) return found->second;
+    const auto bits = static_cast<std::uint32_t>(id);
+    if ((bits & UnitId::TypeMask) == 0 || (bits & UnitId::SymbolMask) != 0) return 0;
+    const int first = id | (1 << 20);
+    return UnitCatalog::Instance().FindSymbol(first, languageIndex) != nullptr ? first : 0;
+}
+
+ErrorCode FormatterImpl::SetDefaultSymbol(int id) {
+    if (UnitCatalog::Instance().FindSymbol(id, languageIndex) == nullptr) {
+        return ErrorCode::Failure;
+    }
+    defaultSymbols[id & static_cast<int>(UnitId::UnitMask)] = id;
+    return ErrorCode::Success;
+}
+
+int FormatterImpl::GetDefaultUnit(int id) const {
+    const auto found = defaultUnits.find(id & kIdBits);
+    if (found != defaultUnits.end()) return found->second;
+    const auto bits = static_cast<std::uint32_t>(id);
+    const bool pureGroup =
+        (bits & UnitId::GroupMask) != 0 && (bits & (UnitId::SymbolMask | UnitId::TypeMask)) == 0;
+    if (!pureGroup) return 0;
+    return UnitCatalog::Instance().FindConverter(id | 1) != nullptr ? id | 1 : 0;
+}
+
+ErrorCode FormatterImpl::SetDefaultUnit(int id) {
+    if (UnitCatalog::Instance().FindConverter(id) == nullptr) return ErrorCode::Failure;
+    defaultUnits[id & static_cast<int>(UnitId::GroupMask)] =
+        id & static_cast<int>(UnitId::UnitMask);
+    return ErrorCode::Success;
+}
+
+}  // namespace Mensura

@@ -1,0 +1,82 @@
+// The operators of the unit arithmetic: product, quotient, powers,
+// parentheses, and the blank, which either vanishes or means a product. All of
+// them work on units; a number joins the finished unit only at the end.
+#ifndef MENSURA_PARSING_OPERATORS_H
+#define MENSURA_PARSING_OPERATORS_H
+
+#include "grammar/parse_symbol.h"
+
+namespace Mensura {
+
+// "·", and a blank or dash between two units.
+class MultiplicationSymbol final : public OperatorSymbol {
+public:
+    MultiplicationSymbol() : OperatorSymbol(10, LookAhead) {}
+    ParseKind Kind() const override { return ParseKind::Multiplication; }
+    int Apply(SymbolList& list, SymbolList::iterator& position) const override;
+};
+
+// "/"
+class DivisionSymbol final : public OperatorSymbol {
+public:
+    DivisionSymbol() : OperatorSymbol(10, LookAhead) {}
+    ParseKind Kind() const override { return ParseKind::Division; }
+    int Apply(SymbolList& list, SymbolList::iterator& position) const override;
+};
+
+// "²"
+class SquareSymbol final : public OperatorSymbol {
+public:
+    SquareSymbol() : OperatorSymbol(20, Postfix) {}
+    ParseKind Kind() const override { return ParseKind::Square; }
+    int Apply(SymbolList& list, SymbolList::iterator& position) const override;
+};
+
+// "³"
+class CubicSymbol final : public OperatorSymbol {
+public:
+    CubicSymbol() : OperatorSymbol(20, Postfix) {}
+    ParseKind Kind() const override { return ParseKind::Cubic; }
+    int Apply(SymbolList& list, SymbolList::iterator& position) const override;
+};
+
+// "^" with a whole exponent from 1 up: "m^2".
+class CaretSymbol final : public OperatorSymbol {
+public:
+    CaretSymbol() : OperatorSymbol(20, Postfix) {}
+    ParseKind Kind() const override { return ParseKind::Caret; }
+    int Apply(SymbolList& list, SymbolList::iterator& position) const override;
+};
+
+// "(" and "（": opens a nested look-ahead by handing the pass on.
+class LeftParenthesisSymbol final : public OperatorSymbol {
+public:
+    LeftParenthesisSymbol() : OperatorSymbol(50, LookAhead | Postfix) {}
+    ParseKind Kind() const override { return ParseKind::LeftParenthesis; }
+    int Evaluate(SymbolList& list, SymbolList::iterator& position, bool firstPass,
+                 const Dimensions& dimensions) const override;
+    int Apply(SymbolList&, SymbolList::iterator&) const override { return 0; }
+};
+
+// ")" and "）": closes the nearest open parenthesis.
+class RightParenthesisSymbol final : public OperatorSymbol {
+public:
+    RightParenthesisSymbol() : OperatorSymbol(0, Postfix) {}
+    ParseKind Kind() const override { return ParseKind::RightParenthesis; }
+    int Evaluate(SymbolList& list, SymbolList::iterator& position, bool firstPass,
+                 const Dimensions& dimensions) const override;
+    int Apply(SymbolList&, SymbolList::iterator&) const override { return 0; }
+};
+
+// " ": a product between two units, and nothing elsewhere. It acts in the
+// first pass, so that no blank is left for the second.
+class SpaceSymbol final : public IParseSymbol {
+public:
+    ParseKind Kind() const override { return ParseKind::Space; }
+    int Evaluate(SymbolList& list, SymbolList::iterator& position, bool firstPass,
+                 const Dimensions& dimensions) const override;
+};
+
+}  // namespace Mensura
+
+#endif  // MENSURA_PARSING_OPERATORS_H

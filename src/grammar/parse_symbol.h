@@ -1,0 +1,178 @@
+// The parse side of symbols: every element of a SymbolList is an
+// IParseSymbol, and the evaluation lets each one rewrite the list around it.
+//
+// Symbols of the catalogue are shared by every thread and every formatter, so
+// Evaluate is const: what a symbol needs to remember during one parse lives in
+// the list or in a new symbol that the list owns.
+#ifndef MENSURA_PARSING_PARSE_SYMBOL_H
+#define MENSURA_PARSING_PARSE_SYMBOL_H
+
+#include <cstdint>
+
+#include "grammar/symbol_list.h"
+#include "base/dimensions.h"
+#include "units/unit_converter.h"
+
+namespace Mensura {
+
+class OperandSymbol;
+class OperatorSymbol;
+class NumberSymbol;
+class IParseSymbol;
+class IFormatSymbol;
+
+// The root of every symbol, reached once through any number of paths. It
+// tells its two faces without a cross-cast through the virtual base.
+class ISymbol {
+public:
+    virtual ~ISymbol() = default;
+    virtual const IParseSymbol* AsParse() const { return nullptr; }
+    virtual const IFormatSymbol* AsFormat() const { return nullptr; }
+};
+
+// Which concrete class a parse symbol is. Neighbours in a list ask this, and
+// the answer is always about the class of the object, whatever its text.
+enum class ParseKind : std::uint8_t {
+    Number,
+    Operand,  // a unit symbol or an operand made during evaluation
+    Result,
+    Linear,
+    Custom,
+    Division,
+    Space,
+    Multiplication,
+    Square,
+    Cubic,
+    LeftParenthesis,
+    RightParenthesis,
+    Prime,
+    DoublePrime,
+    Dash,
+    Caret,
+    Degree,
+    North,
+    East,
+    South,
+    West,
+    D,
+};
+
+class IParseSymbol : public virtual ISymbol {
+public:
+    IParseSymbol() = default;
+    const IParseSymbol* AsParse() const override { return this; }
+    // Rewrites the list around `position`, which it leaves on a live element
+    // or at the end: there the engine goes on. 0 to go on, else a refusal.
+    virtual int Evaluate(SymbolList& list, SymbolList::iterator& position, bool firstPass,
+                         const Dimensions& dimensions) const = 0;
+    virtual ParseKind Kind() const = 0;
+    // The three families that neighbours in a list ask about, told by a
+    // field rather than a call: the evaluation asks at nearly every step.
+    const OperandSymbol* AsOperand() const;
+    const OperatorSymbol* AsOperator() const;
+    const NumberSymbol* AsNumber() const;
+
+protected:
+    enum class Family : std::uint8_t { Other, Operand, Operator, Number };
+    explicit IParseSymbol(Family f) : family(f) {}
+
+private:
+    Family family = Family::Other;
+};
+
+// A unit: its value is its converter.
+class OperandSymbol : public IParseSymbol {
+public:
+    OperandSymbol() : IParseSymbol(Family::Operand) {}
+    int Evaluate(SymbolList& list, SymbolList::iterator& position, bool firstPass,
+                 const Dimensions& dimensions) const override;
+    ParseKind Kind() const override { return ParseKind::Operand; }
+    virtual const UnitConverter& GetConverter() const = 0;
+};
+
+// An operand made during evaluation: a pure scale held by value. An offset
+// of the converter it is made from is not kept.
+class GenericOperand : public OperandSymbol {
+public:
+    explicit GenericOperand(const UnitConverter& source)
+        : converter(source.GetDimensions(), source.GetFactor()) {}
+    GenericOperand(const Dimensions& dimensions, double factor) : converter(dimensions, factor) {}
+    const UnitConverter& GetConverter() const override { return converter; }
+
+private:
+    GenericConverter converter;
+};
+
+// The finished quantity: its factor is the value in base units.
+class ResultSymbol : public GenericOperand {
+public:
+    using GenericOperand::GenericOperand;
+    int Evaluate(SymbolList& list, SymbolList::iterator& position, bool firstPass,
+                 const Dimensions& dimensions) const override;
+    ParseKind Kind() const override { return ParseKind::Result; }
+    double Value() const { return GetConverter().GetFactor(); }
+};
+
+// A number read from the text, with what the scanner saw in it.
+class NumberSymbol : public IParseSymbol {
+public:
+    NumberSymbol(double v, std::uint32_t f) : IParseSymbol(Family::Number), value(v), flags(f) {}
+    int Evaluate(SymbolList& list, SymbolList::iterator& position, bool firstPass,
+                 const Dimensions& dimensions) const override;
+    ParseKind Kind() const override { return ParseKind::Number; }
+
+    double value;
+    std::uint32_t flags;
+};
+
+// An operator of the unit arithmetic. In the second pass it looks ahead past
+// the operand on its right for an operator that binds tighter, lets that one
+// go first, and then applies itself.
+class OperatorSymbol : public IParseSymbol {
+public:
+    static constexpr std::uint32_t LookAhead = 1;  // has a right side and must see it first
+    static constexpr std::uint32_t Postfix = 2;    // applies at once to its left side
+
+    OperatorSymbol(int p, std::uint32_t f)
+        : IParseSymbol(Family::Operator), priority(p), flags(f) {}
+    int Evaluate(SymbolList& list, SymbolList::iterator& position, bool firstPass,
+                 const Dimensions& dimensions) const override;
+    // Carries the operator out; `position` stands on the operator at entry and
+    // on the new operand after success. 0, or non-zero to refuse.
+    virtual int Apply(SymbolList& list, SymbolList::iterator& position) const = 0;
+
+    int priority;
+    std::uint32_t flags;
+};
+
+inline const OperandSymbol* IParseSymbol::AsOperand() const {
+    return family == Family::Operand ? static_cast<const OperandSymbol*>(this) : nullptr;
+}
+
+inline const OperatorSymbol* IParseSymbol::AsOperator() const {
+    return family == Family::Operator ? static_cast<const OperatorSymbol*>(this) : nullptr;
+}
+
+inline const NumberSymbol* IParseSymbol::AsNumber() const {
+    return family == Family::Number ? static_cast<const NumberSymbol*>(this) : nullptr;
+}
+
+// Reduces the list to one ResultSymbol in two passes: first for layout, then
+// for computation. 0 when a result stands first in the list, else 1; the list
+// is left rewritten either way.
+int EvaluateList(SymbolList& list, const Dimensions& dimensions);
+
+// Turns the number at `number` into a ResultSymbol by `converter`, in base
+// units. Non-zero when the converter refuses.
+int MakeResult(SymbolList& list, SymbolList::iterator number, const UnitConverter& converter);
+
+// The unit at `position` takes up the number just before it: the number
+// becomes a result by `converter`, the unit's element goes, and `position`
+// moves onto the result. Non-zero, with nothing changed, when no number stands
+// there or the converter refuses.
+int JoinNumberBefore(SymbolList& list, SymbolList::iterator& position,
+                     const UnitConverter& converter);
+
+}  // namespace Mensura
+
+#endif  // MENSURA_PARSING_PARSE_SYMBOL_H

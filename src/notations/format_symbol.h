@@ -1,0 +1,165 @@
+// The rendering side of symbols, and the unit symbols of the catalogue that
+// are a pure scale (GenericSymbol) or a scale with an offset (LinearSymbol).
+//
+// Result contract of Render: positive when the whole text with its terminator
+// stands in the buffer (the number is no length); minus an ErrorCode on
+// failure: -1 for a null buffer or a text that does not fit, -4 when the
+// value's dimensions are not the unit's. Never 0.
+//
+// RenderPart writes one number of a rendering: a positive result n means that
+// n - 1 units stand at the start of the buffer and the caller goes on writing
+// at n - 1; no terminator is promised there.
+#ifndef MENSURA_FORMATTING_FORMAT_SYMBOL_H
+#define MENSURA_FORMATTING_FORMAT_SYMBOL_H
+
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "grammar/parse_symbol.h"
+#include "base/dimensions.h"
+
+namespace Mensura {
+
+class FormatterImpl;
+class CustomSymbol;
+
+// What MakeCustomSymbols builds: the objects of one symbol string, the one of
+// form 0 first.
+using CustomSymbolList = std::vector<std::unique_ptr<CustomSymbol>>;
+
+class IFormatSymbol : public virtual ISymbol {
+public:
+    const IFormatSymbol* AsFormat() const override { return this; }
+    // Writes value, in base units of dims, with this symbol.
+    virtual std::int64_t Render(double value, const Dimensions& dims, char16_t* buffer,
+                                std::size_t size, const FormatterImpl& settings) const = 0;
+    // Writes one part (one number) of a rendering.
+    virtual std::int64_t RenderPart(int part, double value, const Dimensions& dims,
+                                    char16_t* buffer, std::size_t size,
+                                    const FormatterImpl& settings) const = 0;
+    // Reads the number at the head of `list` as a value in this unit, leaving a
+    // ResultSymbol in its place. 0, or non-zero to refuse.
+    virtual int ParsePart(SymbolList& list, int form) const = 0;
+    // The highest part number that a symbol string of this form must use; -1
+    // when the form does not exist.
+    virtual int LastPartIndex(int form) const = 0;
+    // Builds into `out`, which it clears first, the objects through which a
+    // symbol string of this symbol renders and reads: `literals` and `indices`
+    // as SplitSymbolString gave them. 0, or non-zero with `out` empty when the
+    // string does not fit the symbol.
+    virtual int MakeCustomSymbols(CustomSymbolList& out,
+                                  const std::vector<std::u16string>& literals,
+                                  const std::vector<int>& indices) const = 0;
+    // The display text, owned by the symbol.
+    virtual const char16_t* GetText() const = 0;
+};
+
+// A symbol that is its text: renders it after the number, with one blank
+// between unless NoSpace is set.
+class SimpleFormatSymbol : public IFormatSymbol {
+public:
+    static constexpr std::uint32_t NoSpace = 1;
+
+    // Writes the symbol alone: the blank, if any, and the text.
+    std::int64_t Render(double value, const Dimensions& dims, char16_t* buffer, std::size_t size,
+                        const FormatterImpl& settings) const override;
+    const char16_t* GetText() const override { return text.data(); }
+    std::uint32_t Flags() const { return flags; }
+
+protected:
+    // The text is constant data that outlives the symbol, as the vocabulary's
+    // literals do; the symbol points at it. A terminator stands behind it. A
+    // view whose length is known already spares counting it.
+    SimpleFormatSymbol(std::u16string_view symbolText, std::uint32_t symbolFlags)
+        : text(symbolText), flags(symbolFlags) {}
+
+private:
+    std::u16string_view text;
+    std::uint32_t flags;
+};
+
+// A symbol behind one number in its unit: "5.50 m", "20.00°C". Its one form,
+// 0, has one part, 0.
+class NumberedSymbol : public SimpleFormatSymbol {
+public:
+    // The number by RenderPart 0, then the symbol behind it.
+    std::int64_t Render(double value, const Dimensions& dims, char16_t* buffer, std::size_t size,
+                        const FormatterImpl& settings) const override;
+    std::int64_t RenderPart(int part, double value, const Dimensions& dims, char16_t* buffer,
+                            std::size_t size, const FormatterImpl& settings) const override;
+    int ParsePart(SymbolList& list, int form) const override;
+    int LastPartIndex(int form) const override { return form == 0 ? 0 : -1; }
+    // One object of form 0.
+    int MakeCustomSymbols(CustomSymbolList& out, const std::vector<std::u16string>& literals,
+                          const std::vector<int>& indices) const override;
+
+protected:
+    using SimpleFormatSymbol::SimpleFormatSymbol;
+    // The unit in which the number is written and read.
+    virtual const UnitConverter& NumberConverter() const = 0;
+};
+
+// A unit that is a pure scale: the usual symbol of the catalogue.
+class GenericSymbol : public OperandSymbol, public NumberedSymbol {
+public:
+    // The symbols are made with the catalogue, once its converters stand.
+    GenericSymbol(std::u16string_view text, int unitId, std::uint32_t flags);
+
+    // The catalogue's converter of the unit, found once.
+    const UnitConverter& GetConverter() const override { return *converter; }
+    int Unit() const { return unit; }
+
+protected:
+    const UnitConverter& NumberConverter() const override { return GetConverter(); }
+
+private:
+    int unit;
+    const UnitConverter* converter;
+};
+
+// A GenericSymbol with a display text of its own: the unit of pure numbers
+// renders as the bare number, yet has a name.
+class GenericSymbolEx : public GenericSymbol {
+public:
+    GenericSymbolEx(std::u16string_view text, int unitId, std::uint32_t flags,
+                    const char16_t* display)
+        : GenericSymbol(text, unitId, flags), displayText(display) {}
+    const char16_t* GetText() const override { return displayText; }
+
+private:
+    const char16_t* displayText;  // constant data, like the text
+};
+
+// A temperature scale. Standing alone it reads an absolute temperature through
+// the offset of `scaleUnit`; beside another unit ("deg C/min") it is a size of
+// degree, `sizeUnit`, with no offset.
+class LinearSymbol : public IParseSymbol, public NumberedSymbol {
+public:
+    LinearSymbol(std::u16string_view text, int scale, int size, std::uint32_t flags)
+        : NumberedSymbol(text, flags), scaleUnit(scale), sizeUnit(size) {}
+
+    int Evaluate(SymbolList& list, SymbolList::iterator& position, bool firstPass,
+                 const Dimensions& dimensions) const override;
+    ParseKind Kind() const override { return ParseKind::Linear; }
+    // The unit type of the absolute temperature that the symbol names.
+    int ScaleUnit() const { return scaleUnit; }
+
+protected:
+    const UnitConverter& NumberConverter() const override;
+
+private:
+    int scaleUnit;
+    int sizeUnit;
+};
+
+// The unit type that a key of the dictionary names when a unit symbol holds
+// it; 0 for an operator or a mark.
+int UnitOfKey(const IParseSymbol* holder);
+
+}  // namespace Mensura
+
+#endif  // MENSURA_FORMATTING_FORMAT_SYMBOL_H

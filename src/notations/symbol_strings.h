@@ -1,0 +1,142 @@
+// Symbol strings: a caller's own look for one catalogue symbol, literal text
+// with numbered placeholders such as "{0} ft {1} in". A placeholder stands for
+// one part (one number) of the symbol's rendering and names the part, not the
+// position: "{1} in {0} ft" writes the inches first.
+//
+// A string becomes CustomSymbol objects that belong to one formatter. They
+// render through the parts of the catalogue symbol, their `parent`, and read
+// back through the formatter's CustomDictionary, whose paths are the
+// sequences of their literals.
+#ifndef MENSURA_FORMATTING_CUSTOM_SYMBOL_H
+#define MENSURA_FORMATTING_CUSTOM_SYMBOL_H
+
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "notations/format_symbol.h"
+#include "grammar/parse_symbol.h"
+#include "base/radix_tree.h"
+
+namespace Mensura {
+
+// What a symbol string is made of. literals[i] stands in front of placeholder
+// i; one more literal may stand behind the last placeholder. `literals` holds
+// as many texts as `indices` or one more, and its first text is empty when
+// the string begins with a placeholder.
+struct SymbolStringParts {
+    std::vector<std::u16string> literals;
+    std::vector<int> indices;
+};
+
+// Reads text from its first unit. "{{" and "}}" stand for one brace; "{n}",
+// with decimal digits and nothing else between the braces, is placeholder n.
+// Refuses (false, parts unspecified) a lone brace, an empty or malformed
+// placeholder, and two placeholders with nothing between them. A null text
+// is refused too.
+bool SplitSymbolString(const char16_t* text, SymbolStringParts& parts);
+
+class CustomSymbol final : public IParseSymbol, public IFormatSymbol {
+public:
+    // Copies both lists, then checks itself: parent not null, as many
+    // indices as parent's LastPartIndex(form) plus one, as many literals as
+    // indices or one more, and every number from 0 to the count minus 1
+    // exactly once among the indices. An object that fails has no parent and
+    // empty lists.
+    CustomSymbol(const IFormatSymbol* parent, const std::vector<std::u16string>& literals,
+                 const std::vector<int>& indices, int form);
+
+    bool IsValid() const { return parent != nullptr; }
+    const IFormatSymbol* Parent() const { return parent; }
+    const std::vector<std::u16string>& Literals() const { return literals; }
+    const std::vector<int>& Indices() const { return indices; }
+    int Form() const { return form; }
+
+    // Literals and parts in the order of the text. Any part that fails makes
+    // the result -1, a dimension mismatch included; so does a null buffer, an
+    // invalid object or a text that does not fit with its terminator.
+    std::int64_t Render(double value, const Dimensions& dims, char16_t* buffer, std::size_t size,
+                        const FormatterImpl& settings) const override;
+    // Placeholder i of the text: parent's part indices[i].
+    std::int64_t RenderPart(int part, double value, const Dimensions& dims, char16_t* buffer,
+                            std::size_t size, const FormatterImpl& settings) const override;
+    // Puts the numbers at the head of the list, one per placeholder, into the
+    // order of the parts and lets parent read them.
+    int ParsePart(SymbolList& list, int form) const override;
+    // -3 for an invalid object; parent's for its own form; else -1.
+    int LastPartIndex(int form) const override;
+    // Always 3: a symbol string cannot be set on a symbol string.
+    int MakeCustomSymbols(CustomSymbolList& out, const std::vector<std::u16string>& literals,
+                          const std::vector<int>& indices) const override;
+    // Parent's text, or null for an invalid object.
+    const char16_t* GetText() const override;
+
+    // In whichever pass reaches it, the first: reads the numbers in front of
+    // it by ParsePart, takes its own element out and sends the engine back to
+    // the start of the list.
+    int Evaluate(SymbolList& list, SymbolList::iterator& position, bool firstPass,
+                 const Dimensions& dimensions) const override;
+    ParseKind Kind() const override { return ParseKind::Custom; }
+
+private:
+    std::vector<int> indices;
+    std::vector<std::u16string> literals;
+    const IFormatSymbol* parent;  // the catalogue's, which outlives every formatter
+    int form;
+};
+
+// Makes a CustomSymbol and appends it to out. 1, with out as it was, when the
+// object is invalid.
+int AppendCustomSymbol(CustomSymbolList& out, const IFormatSymbol* parent,
+                       const std::vector<std::u16string>& literals, const std::vector<int>& indices,
+                       int form);
+
+// The reading side of a formatter's symbol strings. A node holds at most one
+// CustomSymbol, not owned, and leads by literal texts to child nodes: the
+// path from the root to a symbol is the sequence of its literals. The numbers
+// play no part in a path, so two strings with the same literals exclude each
+// other, whatever symbol or form they belong to.
+class CustomDictionary {
+public:
+    class Node {
+    public:
+        const CustomSymbol* Symbol() const { return symbol; }
+        // The child under the longest literal that begins text, and that
+        // literal's length in *matched; null when no literal does.
+        const Node* FindLongest(const char16_t* text, std::size_t* matched) const {
+            return keys.FindLongest(text, matched);
+        }
+
+    private:
+        friend class CustomDictionary;
+        bool LeadsNowhere() const { return symbol == nullptr && children.empty(); }
+
+        const CustomSymbol* symbol = nullptr;
+        RadixTree<Node*> keys;                        // literal to child
+        std::vector<std::unique_ptr<Node>> children;  // owns what keys points at
+    };
+
+    const Node& Root() const { return root; }
+    // True while no symbol string is set.
+    bool Empty() const { return root.children.empty(); }
+
+    // Puts symbol at the end of the path of its literals, making the nodes
+    // that are missing. 1, with nothing changed, when a symbol stands there.
+    int Put(const CustomSymbol& symbol);
+    // Clears symbol from the end of its path, if it stands there, and erases
+    // the nodes that then lead nowhere.
+    void TakeOut(const CustomSymbol& symbol);
+
+private:
+    // The child of node under exactly `literal`, or null.
+    static Node* Child(const Node& node, const std::u16string& literal);
+    static void TakeOut(Node& node, const CustomSymbol& symbol, std::size_t depth);
+
+    Node root;
+};
+
+}  // namespace Mensura
+
+#endif  // MENSURA_FORMATTING_CUSTOM_SYMBOL_H

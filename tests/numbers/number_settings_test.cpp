@@ -1,0 +1,156 @@
+// The state behind a formatter, seen from inside: the locale it settles on and
+// the table of number tokens after each setter, with shared texts and empty
+// signs on the root.
+#include "api/formatter_impl.h"
+
+#include <gtest/gtest.h>
+
+#include <cstddef>
+#include <string>
+
+namespace Mensura {
+namespace {
+
+struct Token {
+    int code;
+    std::size_t length;
+};
+
+// The code of the longest number token at the start of text, and its length
+// (0 when nothing, or only the empty key on the root, matched).
+Token Find(const FormatterImpl& impl, const char16_t* text) {
+    std::size_t matched = 0;
+    const int code = impl.NumberTokens().FindLongest(text, &matched);
+    return {code, matched};
+}
+
+void ExpectToken(const FormatterImpl& impl, const char16_t* text, int code, std::size_t length) {
+    const Token token = Find(impl, text);
+    EXPECT_EQ(token.code, code) << "text of " << std::u16string(text).size() << " units";
+    EXPECT_EQ(token.length, length);
+}
+
+TEST(FormatterImplLocale, OnlySimplifiedChineseLeavesEnglish) {
+    const struct {
+        int locale, localeId, languageIndex;
+    } rows[] = {{2052, 2052, 1}, {1033, 1033, 0},  {1036, 1033, 0},
+                {0, 1033, 0},    {-2052, 1033, 0}, {2052 + 65536, 1033, 0}};
+    for (const auto& row : rows) {
+        const FormatterImpl impl(row.locale);
+        EXPECT_EQ(impl.GetLocaleId(), row.localeId) << row.locale;
+        EXPECT_EQ(impl.GetLanguageIndex(), row.languageIndex) << row.locale;
+    }
+}
+
+TEST(NumberTokens, DefaultsOfBothLocales) {
+    const struct {
+        const char16_t* text;
+        int code;
+        std::size_t length;
+    } rows[] =
+        {
+            {u"0", 4, 1},  {u"5x", 24, 1}, {u"9", 40, 1},  {u",", 44, 1},
+            {u".", 48, 1}, {u"-", 56, 1},  {u"e", 60, 1},  {u"E3", 60, 1},
+            {u"", 52, 0},  {u"x", 52, 0},  {u"+5", 52, 0},  // "+" is no token while the positive
+                                                            // sign is empty
+        };
+    for (int locale : {1033, 2052}) {
+        const FormatterImpl impl(locale);
+        for (const auto& row : rows) ExpectToken(impl, row.text, row.code, row.length);
+    }
+}
+
+TEST(NumberTokens, PositiveSignTakesItsCodeOffTheRoot) {
+    FormatterImpl impl(1033);
+    impl.SetPositiveSign(u"+");
+    ExpectToken(impl, u"+5", 52, 1);
+    ExpectToken(impl, u"x", 0, 0);
+    impl.SetPositiveSign(nullptr);  // ignored
+    ExpectToken(impl, u"+5", 52, 1);
+    impl.SetPositiveSign(u"plus");
+    ExpectToken(impl, u"plus5", 52, 4);
+    ExpectToken(impl, u"+5", 0, 0);
+}
+
+TEST(NumberTokens, BothSignsEmptyShareTheRootAndErasingEitherEmptiesIt) {
+    FormatterImpl impl(1033);
+    impl.SetNegativeSign(u"");
+    ExpectToken(impl, u"x", 56, 0);
+    ExpectToken(impl, u"-", 56, 0);  // "-" itself is no token any more
+    impl.SetPositiveSign(u"");
+    ExpectToken(impl, u"x", 52, 0);
+    impl.SetNegativeSign(u"-");  // erases "" though the positive sign is still empty
+    ExpectToken(impl, u"x", 0, 0);
+    ExpectToken(impl, u"-", 56, 1);
+}
+
+TEST(NumberTokens, SeparatorsShareTextsAndTheLastOneSetWins) {
+    FormatterImpl impl(1033);
+    EXPECT_EQ(impl.SetNumberGroupSeparator(u"."), ErrorCode::Success);
+    ExpectToken(impl, u".", 44, 1);
+    ExpectToken(impl, u",", 52, 0);
+    EXPECT_EQ(impl.SetNumberGroupSeparator(u","), ErrorCode::Success);
+    ExpectToken(impl, u",", 44, 1);
+    ExpectToken(impl, u".", 52, 0);  // the decimal separator has lost its token
+    EXPECT_EQ(impl.SetNumberDecimalSeparator(u"."), ErrorCode::Success);
+    ExpectToken(impl, u".", 48, 1);
+    EXPECT_EQ(impl.SetNumberDecimalSeparator(u"dot"), ErrorCode::Success);
+    ExpectToken(impl, u"dot", 48, 3);
+    ExpectToken(impl, u".", 52, 0);
+}
+
+TEST(NumberTokens, RefusedSettersLeaveTheTableAlone) {
+    FormatterImpl impl(1033);
+    EXPECT_EQ(impl.SetNumberDecimalSeparator(u""), ErrorCode::Failure);
+    EXPECT_EQ(impl.SetNumberGroupSeparator(nullptr), ErrorCode::Failure);
+    const char16_t twice[] = u"0123456780";
+    EXPECT_EQ(impl.SetNativeDigits(twice), ErrorCode::Failure);
+    ExpectToken(impl, u".", 48, 1);
+    ExpectToken(impl, u",", 44, 1);
+    ExpectToken(impl, u"9", 40, 1);
+}
+
+TEST(NumberTokens, NativeDigitsReplaceTheAsciiOnes) {
+    FormatterImpl impl(1033);
+    char16_t arabic[10];
+    for (int d = 0; d < 10; ++d) arabic[d] = static_cast<char16_t>(0x0660 + d);
+    ASSERT_EQ(impl.SetNativeDigits(arabic), ErrorCode::Success);
+    ExpectToken(impl, u"5", 52, 0);  // falls back on the root
+    const char16_t five[] = {0x0665, 0};
+    ExpectToken(impl, five, 24, 1);
+    const char16_t nine[] = {0x0669, u'x', 0};
+    ExpectToken(impl, nine, 40, 1);
+    ExpectToken(impl, u"e", 60, 1);
+}
+
+TEST(NumberTokens, NativeDigitsEraseASeparatorThatSharesTheirText) {
+    FormatterImpl impl(1033);
+    const char16_t digits[] = u"0123456,89";  // "," stands for 7
+    ASSERT_EQ(impl.SetNativeDigits(digits), ErrorCode::Success);
+    ExpectToken(impl, u",", 32, 1);
+    ExpectToken(impl, u"7", 52, 0);
+    ASSERT_EQ(impl.SetNativeDigits(u"0123456789"), ErrorCode::Success);
+    ExpectToken(impl, u",", 52, 0);  // gone with the digit
+    ExpectToken(impl, u"7", 32, 1);
+}
+
+// Every setter erases a text from the table; switching back and forth must
+// not grow it.
+TEST(NumberTokens, SwitchingSettingsBackAndForthKeepsTheTableSmall) {
+    FormatterImpl impl(1033);
+    std::size_t settled = 0;
+    for (int round = 0; round < 200; ++round) {
+        ASSERT_EQ(impl.SetNumberGroupSeparator(round % 2 ? u"'" : u"thin space"),
+                  ErrorCode::Success);
+        impl.SetNegativeSign(round % 3 ? u"minus " : u"-");
+        if (round == 5) settled = impl.NumberTokens().PoolBytes();
+    }
+    EXPECT_LE(impl.NumberTokens().PoolBytes(), settled);
+    ExpectToken(impl, u"'", 44, 1);
+    ExpectToken(impl, u"thin space", 52, 0);
+    ExpectToken(impl, u"minus 1", 56, 6);
+    ExpectToken(impl, u"-", 52, 0);
+}
+
+}  // namespace
+}  // namespace Mensura

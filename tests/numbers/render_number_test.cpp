@@ -1,0 +1,331 @@
+// One double as text by a formatter's number settings: styles, grouping from
+// the decimal point, translated signs and digits, the mode bits, and the
+// capacity rules. Expected texts are those of the C conversions "%+.*f",
+// "%+.*E" and "%+.*G" in the C locale, translated by hand.
+#include "numbers/render_mode.h"
+
+#include <gtest/gtest.h>
+
+#include <clocale>
+#include <cmath>
+#include <cstdio>
+#include <limits>
+#include <string>
+#include <vector>
+
+#include "api/formatter_impl.h"
+
+namespace Mensura {
+namespace {
+
+constexpr char16_t kUntouched = 0xFFFF;
+
+struct Rendered {
+    std::int64_t result;
+    std::u16string text;
+};
+
+// Renders into a buffer of `capacity` units and checks that nothing is
+// written behind the capacity, nor, on success, at or behind the result
+// minus 1, where the caller goes on.
+Rendered Render(const FormatterImpl& impl, double value, unsigned mode = 0,
+                std::size_t capacity = 32) {
+    std::vector<char16_t> buffer(capacity + 8, kUntouched);
+    const std::int64_t result = impl.RenderNumber(value, buffer.data(), capacity, mode);
+    const std::size_t end = result < 1 ? capacity : static_cast<std::size_t>(result) - 1;
+    for (std::size_t i = end; i < buffer.size(); ++i) {
+        EXPECT_EQ(buffer[i], kUntouched) << "written at " << i << " of " << capacity;
+    }
+    if (result < 1) return {result, u""};
+    return {result, std::u16string(buffer.data(), end)};
+}
+
+void SetSizes(FormatterImpl& impl, std::vector<int> sizes) {
+    ASSERT_EQ(impl.SetNumberGroupSizes(sizes.data(), static_cast<int>(sizes.size())),
+              ErrorCode::Success);
+}
+
+struct Row {
+    double value;
+    void (*setup)(FormatterImpl&);
+    unsigned mode;
+    const char16_t* text;
+    std::int64_t result;
+};
+
+void Defaults(FormatterImpl&) {}
+
+void ExpectRows(const std::vector<Row>& rows) {
+    for (const Row& row : rows) {
+        FormatterImpl impl(1033);
+        row.setup(impl);
+        const Rendered rendered = Render(impl, row.value, row.mode);
+        EXPECT_EQ(rendered.text, row.text) << row.value << " mode " << row.mode;
+        EXPECT_EQ(rendered.result, row.result) << row.value << " mode " << row.mode;
+    }
+}
+
+TEST(RenderNumber, WorkedExamples) {
+    using RenderMode::SignOnZero;
+    using RenderMode::WholeNumber;
+    ExpectRows({
+        {1234567.891, Defaults, 0, u"1,234,567.89", 13},
+        {-1234.5, Defaults, 0, u"-1,234.50", 10},
+        {999.999, Defaults, 0, u"1,000.00", 9},
+        {123456, Defaults, 0, u"123,456.00", 11},
+        {0.0, Defaults, 0, u"0.00", 5},
+        {-0.0, Defaults, 0, u"0.00", 5},
+        {0.004, Defaults, 0, u"0.00", 5},
+        {-0.004, Defaults, 0, u"-0.00", 6},
+        {0.0, Defaults, SignOnZero, u"-0.00", 6},
+        {0.0, Defaults, WholeNumber | SignOnZero, u"-0", 3},
+        {1234567.891, Defaults, WholeNumber, u"1,234,568", 10},
+        {1234567.891,
+         [](FormatterImpl& f) {
+             SetSizes(f, {3, 2});
+         },
+         0, u"12,34,567.89", 13},
+        {1234567.891,
+         [](FormatterImpl& f) {
+             SetSizes(f, {3, 0});
+         },
+         0, u"1234,567.89", 12},
+        {1234567.891, [](FormatterImpl& f) { SetSizes(f, {0}); }, 0, u"1234567.89", 11},
+        {1234567.891, [](FormatterImpl& f) { f.SetNumber(NumberFormat::Fixed); }, 0, u"1234567.89",
+         11},
+        {5.5, [](FormatterImpl& f) { f.SetPositiveSign(u"+"); }, 0, u"+5.50", 6},
+        {0.0, [](FormatterImpl& f) { f.SetPositiveSign(u"+"); }, SignOnZero, u"-+0.00", 7},
+        {1234.5,
+         [](FormatterImpl& f) {
+             f.SetNumberGroupSeparator(u" ");
+             f.SetNumberDecimalSeparator(u",");
+         },
+         0, u"1 234,50", 9},
+    });
+}
+
+TEST(RenderNumber, GroupingEdges) {
+    ExpectRows({
+        {123, Defaults, 0, u"123.00", 7},  // exactly one group: no separator in front
+        {-123456, Defaults, 0, u"-123,456.00", 12},
+        {1234, [](FormatterImpl& f) { f.SetNumberDecimalDigits(0); }, 0, u"1,234", 6},
+        {0.123456, [](FormatterImpl& f) { f.SetNumberDecimalDigits(6); }, 0, u"0.123456", 9},
+        {1234567.891,
+         [](FormatterImpl& f) {
+             SetSizes(f, {1, 2, 0});
+         },
+         0, u"1234,56,7.89", 13},
+        // The last size repeats: it does not start over at the first.
+        {12345678901,
+         [](FormatterImpl& f) {
+             SetSizes(f, {3, 2});
+         },
+         RenderMode::WholeNumber, u"12,34,56,78,901", 16},
+        {12345678, [](FormatterImpl& f) { SetSizes(f, {2}); }, RenderMode::WholeNumber,
+         u"12,34,56,78", 12},
+        {1234567, [](FormatterImpl& f) { f.SetNumberGroupSeparator(u"ab"); }, 0, u"1ab234ab567.00",
+         15},
+    });
+}
+
+TEST(RenderNumber, SignsSeparatorsAndDigitsAreTranslated) {
+    ExpectRows({
+        {-5, [](FormatterImpl& f) { f.SetNegativeSign(u"neg "); }, 0, u"neg 5.00", 9},
+        {-5, [](FormatterImpl& f) { f.SetNegativeSign(u""); }, 0, u"5.00", 5},
+        {2.5, [](FormatterImpl& f) { f.SetNumberDecimalSeparator(u"<>"); }, 0, u"2<>50", 6},
+        {1234.5,
+         [](FormatterImpl& f) {
+             char16_t arabic[10];
+             for (int d = 0; d < 10; ++d) arabic[d] = static_cast<char16_t>(0x0660 + d);
+             f.SetNativeDigits(arabic);
+         },
+         0, u"\u0661,\u0662\u0663\u0664.\u0665\u0660", 9},
+        // 0.004 rounds to zero but is not zero: SignOnZero adds nothing.
+        {0.004, Defaults, RenderMode::SignOnZero, u"0.00", 5},
+    });
+}
+
+TEST(RenderNumber, OtherStylesAreNeverGrouped) {
+    ExpectRows({
+        // "+1.50E+03": the exponent's sign is translated like any other.
+        {1500, [](FormatterImpl& f) { f.SetNumber(NumberFormat::ScientificUpper); }, 0, u"1.50E03",
+         8},
+        {-0.0015, [](FormatterImpl& f) { f.SetNumber(NumberFormat::ScientificLower); }, 0,
+         u"-1.50e-03", 10},
+        {1234567.891, [](FormatterImpl& f) { f.SetNumber(NumberFormat::GeneralUpper); }, 0,
+         u"1.2E06", 7},
+        {0.000123456, [](FormatterImpl& f) { f.SetNumber(NumberFormat::GeneralLower); }, 0,
+         u"0.00012", 8},
+        {1234567.891, [](FormatterImpl& f) { f.SetNumber(NumberFormat::GeneralLower); },
+         RenderMode::WholeNumber, u"1e06", 5},  // precision 0 counts as 1
+        {1500,
+         [](FormatterImpl& f) {
+             f.SetNumber(NumberFormat::ScientificUpper);
+             f.SetPositiveSign(u"p");
+         },
+         0, u"p1.50Ep03", 10},
+    });
+}
+
+TEST(RenderNumber, NonFiniteValuesWalkLikeAnyOtherText) {
+    const double infinity = std::numeric_limits<double>::infinity();
+    ExpectRows({
+        {infinity, Defaults, 0, u"inf", 4},
+        {-infinity, Defaults, 0, u"-inf", 5},
+        {std::nan(""), Defaults, 0, u"nan", 4},
+        {-infinity, [](FormatterImpl& f) { f.SetNumber(NumberFormat::ScientificUpper); }, 0,
+         u"-INF", 5},
+    });
+}
+
+TEST(RenderNumber, Failures) {
+    FormatterImpl impl(1033);
+    char16_t buffer[32];
+    EXPECT_EQ(impl.RenderNumber(1.0, nullptr, 32, 0), -1);
+    EXPECT_EQ(impl.RenderNumber(1.0, buffer, 0, 0), -1);
+    for (double value : {0.0, 1.0, -1.0, 1e300}) {
+        EXPECT_EQ(Render(impl, value, 0, 1).result, -1) << value;
+    }
+    for (int style : {6, -1, 9}) {
+        FormatterImpl odd(1033);
+        odd.SetNumber(static_cast<NumberFormat>(style));
+        for (double value : {0.0, 1.0, -2.5}) EXPECT_EQ(Render(odd, value).result, -1) << style;
+    }
+    // 1e300 needs room for all of its 301 digits, in either fixed style.
+    EXPECT_EQ(Render(impl, 1e300).result, -1);
+    impl.SetNumber(NumberFormat::Fixed);
+    EXPECT_EQ(Render(impl, 1e300).result, -1);
+    EXPECT_EQ(Render(impl, 1e300, 0, 305).result, -1);  // "+" 301 digits ".00" and terminator
+    const Rendered huge = Render(impl, 1e300, 0, 306);
+    EXPECT_EQ(huge.result, 305);
+    EXPECT_EQ(huge.text.substr(0, 18), u"100000000000000005");  // the double's exact digits
+}
+
+TEST(RenderNumber, CapacityCountsTheDroppedPlusAndATerminator) {
+    FormatterImpl impl(1033);
+    EXPECT_EQ(Render(impl, 1.0, 0, 4).result, -1);
+    EXPECT_EQ(Render(impl, 1.0, 0, 5).result, -1);
+    EXPECT_EQ(Render(impl, 1.0, 0, 6).text, u"1.00");
+    EXPECT_EQ(Render(impl, -1.0, 0, 6).text, u"-1.00");
+    // The output may outgrow the printed text: caught while it is written.
+    // Every unit of the printed text, the dropped plus too, needs a free
+    // place when its turn comes, so 16 units of output need a capacity of 17.
+    ASSERT_EQ(impl.SetNumberGroupSeparator(u"abc"), ErrorCode::Success);
+    EXPECT_EQ(Render(impl, 1234567.891, 0, 15).result, -1);  // "+1234567.89" fits, the output not
+    EXPECT_EQ(Render(impl, 1234567.891, 0, 16).result, -1);
+    EXPECT_EQ(Render(impl, 1234567.891, 0, 17).text, u"1abc234abc567.89");
+    // SignOnZero needs one unit more than the number.
+    FormatterImpl plain(1033);
+    EXPECT_EQ(Render(plain, 0.0, RenderMode::WholeNumber | RenderMode::SignOnZero, 3).text, u"-0");
+    plain.SetNegativeSign(u"neg");
+    EXPECT_EQ(Render(plain, 0.0, RenderMode::WholeNumber | RenderMode::SignOnZero, 3).result, -1);
+    EXPECT_EQ(Render(plain, 0.0, RenderMode::WholeNumber | RenderMode::SignOnZero, 4).text,
+              u"neg0");
+}
+
+// Whole numbers print as the C conversion "%.0f" does, on either side of the
+// shortcut for values that are integers.
+TEST(RenderNumber, WholeNumbersAgreeWithTheCConversion) {
+    FormatterImpl impl(1033);
+    impl.SetNumber(NumberFormat::Fixed);
+    const double values[] = {0,
+                             1,
+                             -1,
+                             7,
+                             -66,
+                             1000,
+                             123456789,
+                             -987654321012,
+                             999999999999999,
+                             1e15,
+                             -1e15,
+                             4503599627370497.0,
+                             9007199254740992.0,
+                             1e20,
+                             -1e22,
+                             0.5,
+                             1.5,
+                             2.5,
+                             -2.5,
+                             3.4999,
+                             66.25,
+                             -0.4,
+                             999999999999999.5};
+    for (double value : values) {
+        for (unsigned mode : {RenderMode::WholeNumber, 0u}) {
+            if (mode == 0u) {
+                ASSERT_EQ(impl.SetNumberDecimalDigits(0), ErrorCode::Success);
+            }
+            char expected[64];
+            std::snprintf(expected, sizeof expected, "%.0f", value);
+            const Rendered rendered = Render(impl, value, mode, 40);
+            EXPECT_EQ(std::string(rendered.text.begin(), rendered.text.end()), expected) << value;
+        }
+        ASSERT_EQ(impl.SetNumberDecimalDigits(2), ErrorCode::Success);
+    }
+}
+
+// A caller may ask for other decimals for one number; the setting stays.
+TEST(RenderNumber, DecimalsForOneNumber) {
+    const FormatterImpl impl(1033);
+    const struct {
+        double value;
+        unsigned mode;
+        int decimals;
+        const char16_t* text;
+    } rows[] = {
+        {36.04, 0, 1, u"36.0"},
+        {1234.5678, 0, 3, u"1,234.568"},
+        {2.5, 0, 0, u"2"},  // "%.0f" rounds a tie to even
+        {1.0, 0, 7, u"1.0000000"},
+        {0.125, RenderMode::WholeNumber, 2, u"0"},  // WholeNumber wins
+        {1.0, 0, FormatterImpl::kSettingsDecimals, u"1.00"},
+        {1.0, 0, -5, u"1.00"},
+    };
+    for (const auto& row : rows) {
+        char16_t buffer[32];
+        const std::int64_t result =
+            impl.RenderNumber(row.value, buffer, 32, row.mode, row.decimals);
+        const std::u16string text(row.text);
+        ASSERT_EQ(result, static_cast<std::int64_t>(text.size()) + 1) << row.value;
+        EXPECT_EQ(std::u16string(buffer, text.size()), text) << row.value;
+    }
+    EXPECT_EQ(impl.GetNumberDecimalDigits(), 2);
+    EXPECT_EQ(Render(impl, 1.0).text, u"1.00");
+}
+
+// The decimal point of the conversion is "." whatever the process locale.
+TEST(RenderNumber, IgnoresTheProcessLocale) {
+    const struct {
+        NumberFormat format;
+        double value;
+        const char16_t* text;
+    } rows[] = {{NumberFormat::Number, 1234567.891, u"1,234,567.89"},
+                {NumberFormat::Fixed, -0.5, u"-0.50"},
+                {NumberFormat::ScientificLower, 1500, u"1.50e03"},
+                {NumberFormat::GeneralUpper, 0.25, u"0.25"}};
+    const auto expectRows = [&rows]() {
+        for (const auto& row : rows) {
+            FormatterImpl impl(1033);
+            impl.SetNumber(row.format);
+            EXPECT_EQ(Render(impl, row.value).text, row.text) << row.value;
+        }
+    };
+    expectRows();
+    const char* used = nullptr;
+    for (const char* name : {"de_DE.UTF-8", "de_DE.utf8", "fr_FR.UTF-8", "fr_FR.utf8",
+                             "ru_RU.UTF-8", "es_ES.UTF-8", "it_IT.UTF-8", "nl_NL.UTF-8"}) {
+        if (std::setlocale(LC_ALL, name) != nullptr) {
+            used = name;
+            break;
+        }
+    }
+    if (used == nullptr) GTEST_SKIP() << "no locale with a decimal comma is installed";
+    const bool comma = std::localeconv()->decimal_point[0] == ',';
+    expectRows();
+    std::setlocale(LC_ALL, "C");
+    EXPECT_TRUE(comma) << used << " has no decimal comma";
+}
+
+}  // namespace
+}  // namespace Mensura
