@@ -1,9 +1,11 @@
-// What the library does once, at load: building the catalogue. Linked with the
-// library's static archive, where the catalogue's class can be reached.
+// What the library does once, at load: building the table of units and the
+// catalogue on it. Linked with the library's static archive, where their
+// classes can be reached.
 #include <benchmark/benchmark.h>
 
 #include "allocation_counter.h"
-#include "units/unit_catalog.h"
+#include "catalogue/unit_catalog.h"
+#include "units/unit_table.h"
 
 namespace {
 
@@ -11,8 +13,8 @@ namespace {
 void BM_BuildConversionTable(benchmark::State& state) {
     const std::size_t before = MensuraBench::AllocationCount();
     for (auto _ : state) {
-        Mensura::UnitCatalog catalog(Mensura::UnitCatalog::ConversionsOnly);
-        benchmark::DoNotOptimize(&catalog);
+        Mensura::UnitTable table;
+        benchmark::DoNotOptimize(&table);
     }
     MENSURA_REPORT_ALLOCATIONS(state, before);
 }
@@ -23,7 +25,8 @@ void BM_BuildCatalog(benchmark::State& state) {
     const std::size_t before = MensuraBench::AllocationCount();
     const std::size_t bytesBefore = MensuraBench::AllocatedBytes();
     for (auto _ : state) {
-        Mensura::UnitCatalog catalog;
+        Mensura::UnitTable table;
+        Mensura::UnitCatalog catalog(table);
         benchmark::DoNotOptimize(&catalog);
     }
     MENSURA_REPORT_ALLOCATIONS(state, before);

@@ -3,18 +3,17 @@
 #include <benchmark/benchmark.h>
 
 #include "allocation_counter.h"
-#include "numbers/render_mode.h"
-#include "api/formatter_impl.h"
+#include "numbers/number_settings.h"
 
 namespace {
 
-using Mensura::FormatterImpl;
 using Mensura::NumberFormat;
+using Mensura::NumberSettings;
 
 // Renders value again and again in `style`, the other settings left at their
 // defaults, into a buffer of 64 units.
 void RenderLoop(benchmark::State& state, double value, NumberFormat style, unsigned mode) {
-    FormatterImpl impl(1033);
+    NumberSettings impl;
     impl.SetNumber(style);
     char16_t buffer[64];
     const std::size_t before = MensuraBench::AllocationCount();

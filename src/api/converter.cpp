@@ -1,6 +1,6 @@
 // The Converter class and the flat conversion functions.
 #include "mensura/mensura.hpp"
-#include "units/unit_catalog.h"
+#include "units/unit_table.h"
 
 namespace Mensura {
 
@@ -32,7 +32,7 @@ ErrorCode Converter::SetUnit(int from, int to) {
     const int f = from != 0 ? from : m_from;
     const int t = to != 0 ? to : m_to;
     if (!UnitId::SameUnit(f, t)) {
-        const UnitCatalog& catalog = UnitCatalog::Instance();
+        const UnitTable& catalog = UnitTable::Instance();
         const UnitConverter* source = catalog.FindConverter(f);
         const UnitConverter* target = catalog.FindConverter(t);
         if (source == nullptr || target == nullptr) return ErrorCode::UnitMismatch;
@@ -52,7 +52,7 @@ void Converter::GetUnit(int* from, int* to) const {
 
 double Converter::Convert(double value) const {
     if (UnitId::SameUnit(m_from, m_to)) return value;
-    const UnitCatalog& catalog = UnitCatalog::Instance();
+    const UnitTable& catalog = UnitTable::Instance();
     double out = value;
     catalog.FindConverter(m_from)->ConvertTo(value, out, *catalog.FindConverter(m_to));
     return out;
@@ -67,7 +67,7 @@ ErrorCode Converter::Convert(double value, int from, double& out, int to) {
         out = value;
         return ErrorCode::Success;
     }
-    const UnitCatalog& catalog = UnitCatalog::Instance();
+    const UnitTable& catalog = UnitTable::Instance();
     const UnitConverter* source = catalog.FindConverter(from);
     const UnitConverter* target = catalog.FindConverter(to);
     if (source == nullptr || target == nullptr) return ErrorCode::UnitMismatch;
@@ -76,7 +76,7 @@ ErrorCode Converter::Convert(double value, int from, double& out, int to) {
 
 double Converter::Factor(int from, int to) {
     if (UnitId::SameUnit(from, to)) return 1.0;
-    const UnitCatalog& catalog = UnitCatalog::Instance();
+    const UnitTable& catalog = UnitTable::Instance();
     const UnitConverter* source = catalog.FindConverter(from);
     const UnitConverter* target = catalog.FindConverter(to);
     if (source == nullptr || target == nullptr) return 0.0;
@@ -85,19 +85,19 @@ double Converter::Factor(int from, int to) {
 }
 
 ErrorCode Converter::Convert(double value, const int (&dimensions)[7], double& out, int to) {
-    const UnitConverter* target = UnitCatalog::Instance().FindConverter(to);
+    const UnitConverter* target = UnitTable::Instance().FindConverter(to);
     if (target == nullptr) return ErrorCode::UnitMismatch;
     return target->DirectFromBase(value, ToDimensions(dimensions), out);
 }
 
 ErrorCode Converter::Convert(double value, int from, double& out, const int (&dimensions)[7]) {
-    const UnitConverter* source = UnitCatalog::Instance().FindConverter(from);
+    const UnitConverter* source = UnitTable::Instance().FindConverter(from);
     if (source == nullptr) return ErrorCode::UnitMismatch;
     return source->DirectToBase(value, out, ToDimensions(dimensions));
 }
 
 size_t Converter::GetUnitGroups(int* const ids) {
-    const UnitCatalog& catalog = UnitCatalog::Instance();
+    const UnitTable& catalog = UnitTable::Instance();
     const std::size_t count = catalog.GroupCount();
     if (ids != nullptr) {
         for (std::size_t i = 0; i < count; ++i) ids[i] = static_cast<int>(i + 1) << 12;
@@ -106,31 +106,7 @@ size_t Converter::GetUnitGroups(int* const ids) {
 }
 
 size_t Converter::GetUnitTypes(int group, int* const ids) {
-    return UnitCatalog::Instance().ListUnitTypes(group, ids);
+    return UnitTable::Instance().ListUnitTypes(group, ids);
 }
 
 }  // namespace Mensura
-
-using Mensura::Converter;
-using Mensura::ErrorCode;
-
-extern "C" {
-
-int Convert(double value, int from, double* out, int to) {
-    if (out == nullptr) return static_cast<int>(ErrorCode::Failure);
-    return static_cast<int>(Converter::Convert(value, from, *out, to));
-}
-
-double ConversionFactor(int from, int to) {
-    return Converter::Factor(from, to);
-}
-
-size_t GetUnitGroups(int* ids) {
-    return Converter::GetUnitGroups(ids);
-}
-
-size_t GetUnitTypes(int group, int* ids) {
-    return Converter::GetUnitTypes(group, ids);
-}
-
-}  // extern "C"

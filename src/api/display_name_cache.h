@@ -1,7 +1,7 @@
 // Turns the locale ids that callers pass to the flat GetDisplayName into
 // language indices, by keeping one formatter per locale id ever asked for.
-#ifndef MENSURA_FRAME_DISPLAY_NAME_CACHE_H
-#define MENSURA_FRAME_DISPLAY_NAME_CACHE_H
+#ifndef MENSURA_API_DISPLAY_NAME_CACHE_H
+#define MENSURA_API_DISPLAY_NAME_CACHE_H
 
 #include <map>
 #include <memory>
@@ -35,4 +35,4 @@ private:
 
 }  // namespace Mensura
 
-#endif  // MENSURA_FRAME_DISPLAY_NAME_CACHE_H
+#endif  // MENSURA_API_DISPLAY_NAME_CACHE_H

@@ -1,8 +1,7 @@
 // Which symbol renders a value, and what its result means to the caller.
-#include "notations/symbol_strings.h"
-#include "notations/format_symbol.h"
 #include "api/formatter_impl.h"
-#include "units/unit_catalog.h"
+#include "catalogue/unit_catalog.h"
+#include "notations/format_symbol.h"
 
 namespace Mensura {
 
@@ -15,7 +14,7 @@ constexpr int kIdBits = 0x0FFFFFFF;
 
 ErrorCode FormatterImpl::Format(double value, int unit, char16_t* buffer, std::size_t size,
                                 int symbol, double* converted) const {
-    const UnitConverter* converter = UnitCatalog::Instance().FindConverter(unit);
+    const UnitConverter* converter = UnitTable::Instance().FindConverter(unit);
     if (converter == nullptr) return ErrorCode::Failure;
     double base = 0.0;
     if (converter->DirectToBase(value, base, converter->GetDimensions()) != ErrorCode::Success) {
@@ -28,24 +27,23 @@ ErrorCode FormatterImpl::Format(double value, int unit, char16_t* buffer, std::s
 ErrorCode FormatterImpl::Format(double value, const Dimensions& dims, char16_t* buffer,
                                 std::size_t size, int symbol, double* converted) const {
     const UnitCatalog& catalog = UnitCatalog::Instance();
-    const int request = symbol != 0 ? symbol : catalog.FindGroupByDimensions(dims);
+    const int request = symbol != 0 ? symbol : catalog.Units().FindGroupByDimensions(dims);
     const int resolved = ResolveSymbol(request);
     // A formatting string of the resolved symbol renders in the catalogue's place.
     const IFormatSymbol* renderer = nullptr;
-    if (const auto custom = formatSymbolStrings.find(resolved);
-        custom != formatSymbolStrings.end()) {
-        const CustomSymbolList& symbols = custom->second.symbols;
-        if (!symbols.empty()) renderer = symbols.front().get();
-    } else if (const ISymbol* found = catalog.FindSymbol(resolved, languageIndex)) {
-        renderer = found->AsFormat();
+    if (!symbolStrings.Empty()) renderer = symbolStrings.Renderer(resolved);
+    if (renderer == nullptr) {
+        if (const ISymbol* found = catalog.FindSymbol(resolved, languageIndex)) {
+            renderer = found->AsFormat();
+        }
     }
     if (renderer == nullptr) return ErrorCode::Failure;
-    const std::int64_t result = renderer->Render(value, dims, buffer, size, *this);
+    const std::int64_t result = renderer->Render(value, dims, buffer, size, numbers);
     if (result < 0) return static_cast<ErrorCode>(-result);
     if (result == 0) return ErrorCode::Failure;
     if (converted != nullptr) {
         // The whole value in the symbol's unit, unrounded, whatever was rendered.
-        if (const UnitConverter* unit = catalog.FindConverter(resolved)) {
+        if (const UnitConverter* unit = catalog.Units().FindConverter(resolved)) {
             unit->DirectFromBase(value, dims, *converted);
         }
     }
@@ -88,14 +86,20 @@ int FormatterImpl::GetDefaultUnit(int id) const {
     const bool pureGroup =
         (bits & UnitId::GroupMask) != 0 && (bits & (UnitId::SymbolMask | UnitId::TypeMask)) == 0;
     if (!pureGroup) return 0;
-    return UnitCatalog::Instance().FindConverter(id | 1) != nullptr ? id | 1 : 0;
+    return UnitTable::Instance().FindConverter(id | 1) != nullptr ? id | 1 : 0;
 }
 
 ErrorCode FormatterImpl::SetDefaultUnit(int id) {
-    if (UnitCatalog::Instance().FindConverter(id) == nullptr) return ErrorCode::Failure;
+    if (UnitTable::Instance().FindConverter(id) == nullptr) return ErrorCode::Failure;
     defaultUnits[id & static_cast<int>(UnitId::GroupMask)] =
         id & static_cast<int>(UnitId::UnitMask);
     return ErrorCode::Success;
+}
+
+ErrorCode FormatterImpl::SetSymbolString(SymbolStrings::Use use, int symbol, const char16_t* text) {
+    const ISymbol* catalogued = UnitCatalog::Instance().FindSymbol(symbol, languageIndex);
+    const IFormatSymbol* parent = catalogued != nullptr ? catalogued->AsFormat() : nullptr;
+    return symbolStrings.Set(use, symbol, parent, text);
 }
 
 }  // namespace Mensura

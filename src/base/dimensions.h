@@ -1,6 +1,6 @@
 // The seven exponents of a physical dimension.
-#ifndef MENSURA_UNITS_DIMENSIONS_H
-#define MENSURA_UNITS_DIMENSIONS_H
+#ifndef MENSURA_BASE_DIMENSIONS_H
+#define MENSURA_BASE_DIMENSIONS_H
 
 #include <array>
 #include <cstdint>
@@ -33,4 +33,4 @@ inline Dimensions operator-(const Dimensions& a, const Dimensions& b) {
 
 }  // namespace Mensura
 
-#endif  // MENSURA_UNITS_DIMENSIONS_H
+#endif  // MENSURA_BASE_DIMENSIONS_H

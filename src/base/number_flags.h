@@ -1,6 +1,6 @@
 // What the number scanner saw in the part of a number that it consumed.
-#ifndef MENSURA_PARSING_NUMBER_FLAGS_H
-#define MENSURA_PARSING_NUMBER_FLAGS_H
+#ifndef MENSURA_BASE_NUMBER_FLAGS_H
+#define MENSURA_BASE_NUMBER_FLAGS_H
 
 #include <cstdint>
 
@@ -18,4 +18,4 @@ constexpr std::uint32_t FractionDigits = 256;  // digits behind the decimal sepa
 
 }  // namespace Mensura::NumberFlags
 
-#endif  // MENSURA_PARSING_NUMBER_FLAGS_H
+#endif  // MENSURA_BASE_NUMBER_FLAGS_H

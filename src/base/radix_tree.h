@@ -23,8 +23,8 @@
 // Compact builds the tree anew without them.
 // The pools take their memory from the heap, or from a memory resource of the
 // tree's owner: a structure built once can hold the tree in its own blocks.
-#ifndef MENSURA_VOCABULARY_RADIX_TREE_H
-#define MENSURA_VOCABULARY_RADIX_TREE_H
+#ifndef MENSURA_BASE_RADIX_TREE_H
+#define MENSURA_BASE_RADIX_TREE_H
 
 #include <algorithm>
 #include <array>
@@ -97,6 +97,8 @@ public:
     // Returns 0 when the key had a value, else 1 (a null text included).
     int Erase(const char16_t* text);
 
+    // Every key with its value, depth first: a key before the keys it begins.
+    std::vector<std::pair<std::u16string, Value>> Keys() const;
     // Builds the tree anew from its keys, so that its pools hold no room that
     // erasing left unused. On an allocation failure the tree stays as it was.
     void Compact();
@@ -439,7 +441,7 @@ bool RadixTree<Value>::Unbind(Node& node, const char16_t* rest, bool& erased) {
 }
 
 template <typename Value>
-void RadixTree<Value>::Compact() {
+std::vector<std::pair<std::u16string, Value>> RadixTree<Value>::Keys() const {
     std::vector<std::pair<std::u16string, Value>> keys;
     std::u16string key;
     // Depth first, the key of the node at hand in `key`.
@@ -460,8 +462,13 @@ void RadixTree<Value>::Compact() {
         }
     };
     visit(root, visit);
+    return keys;
+}
+
+template <typename Value>
+void RadixTree<Value>::Compact() {
     RadixTree fresh(nodes.get_allocator().memory);
-    for (const auto& [text, value] : keys) fresh.InsertOrAssign(text.c_str(), value);
+    for (const auto& [text, value] : Keys()) fresh.InsertOrAssign(text.c_str(), value);
     *this = std::move(fresh);
 }
 
@@ -551,4 +558,4 @@ Value RadixTree<Value>::FindLongest(const char16_t* text, std::size_t* matched) 
 
 }  // namespace Mensura
 
-#endif  // MENSURA_VOCABULARY_RADIX_TREE_H
+#endif  // MENSURA_BASE_RADIX_TREE_H

@@ -1,6 +1,6 @@
 // The packed 32-bit unit id: type in bits 0-11, group in 12-19, symbol in 20-27.
-#ifndef MENSURA_UNITS_UNIT_ID_H
-#define MENSURA_UNITS_UNIT_ID_H
+#ifndef MENSURA_BASE_UNIT_ID_H
+#define MENSURA_BASE_UNIT_ID_H
 
 #include <cstdint>
 
@@ -34,4 +34,4 @@ constexpr bool SameUnit(int a, int b) {
 
 }  // namespace Mensura::UnitId
 
-#endif  // MENSURA_UNITS_UNIT_ID_H
+#endif  // MENSURA_BASE_UNIT_ID_H

@@ -1,5 +1,6 @@
 // Fills the symbol trees, the group names and the parse dictionary at load,
-// from the vocabulary lists of both languages.
+// from the vocabulary lists of both languages. The kind column of a list
+// names the notation that makes each place's object; nothing here tests ids.
 #include <algorithm>
 #include <array>
 #include <cstdlib>
@@ -8,89 +9,21 @@
 #include <string_view>
 #include <vector>
 
-#include "notations/degrees_symbol.h"
-#include "notations/feet_inches_symbol.h"
-#include "notations/format_symbol.h"
+#include "catalogue/unit_catalog.h"
+#include "catalogue/vocabulary.h"
+#include "grammar/operators.h"
 #include "notations/angles.h"
 #include "notations/feet_inches.h"
-#include "grammar/operators.h"
-#include "units/unit_catalog.h"
+#include "notations/format_symbol.h"
 
 namespace Mensura {
 
+using namespace Vocabulary;
+
 namespace {
 
-enum Mark : unsigned {
-    NoSpace = SimpleFormatSymbol::NoSpace,  // no blank between number and symbol
-    NoKey = 2,                              // renders only; no key in the dictionary
-};
-
-// A text is a view of its literal, so that its length is counted at compile
-// time; the literal's terminator stays behind the view.
-struct EnglishEntry {
-    std::u16string_view text;
-    std::initializer_list<const char16_t*> keys = {};
-    unsigned marks = 0;
-};
-
-struct ChineseEntry {
-    int symbol;
-    std::u16string_view text;
-    std::initializer_list<const char16_t*> keys = {};
-    unsigned marks = 0;
-};
-
-template <typename Entry>
-struct TypeLine {
-    int group;
-    int type;
-    const Entry* entries;
-    std::size_t count;
-};
-
-struct GroupLine {
-    int group;
-    const char16_t* name;
-};
-
-// Each list is constant data: it stands before any static constructor runs.
-#define GROUP(group, name)
-#define TYPE(group, type, ...) constexpr EnglishEntry kEnglish_##group##_##type[] = {__VA_ARGS__};
-#include "catalogue/english.inc"
-#undef TYPE
-#define TYPE(group, type, ...) constexpr ChineseEntry kChinese_##group##_##type[] = {__VA_ARGS__};
-#include "catalogue/chinese.inc"
-#undef TYPE
-#undef GROUP
-
-#define GROUP(group, name)
-#define TYPE(group, type, ...) \
-    {group, type, kEnglish_##group##_##type, std::size(kEnglish_##group##_##type)},
-constexpr TypeLine<EnglishEntry> kEnglishTypes[] = {
-#include "catalogue/english.inc"
-};
-#undef TYPE
-#define TYPE(group, type, ...) \
-    {group, type, kChinese_##group##_##type, std::size(kChinese_##group##_##type)},
-constexpr TypeLine<ChineseEntry> kChineseTypes[] = {
-#include "catalogue/chinese.inc"
-};
-#undef TYPE
-#undef GROUP
-
-#define TYPE(...)
-#define GROUP(group, name) {group, name},
-constexpr GroupLine kEnglishGroups[] = {
-#include "catalogue/english.inc"
-};
-constexpr GroupLine kChineseGroups[] = {
-#include "catalogue/chinese.inc"
-};
-#undef TYPE
-#undef GROUP
-
 // Both lists stand in the order of groups and, within a group, of types:
-// a group's lines are one run, found by a binary search.
+// a group's lines are one run.
 template <typename Entry, std::size_t N>
 constexpr bool InPlaceOrder(const TypeLine<Entry> (&lines)[N]) {
     for (std::size_t i = 1; i < N; ++i) {
@@ -110,26 +43,6 @@ struct LineRun {
     const TypeLine<Entry>* begin() const { return first; }
     const TypeLine<Entry>* end() const { return last; }
 };
-
-// At least as many keys as a list asks the dictionary for: every key of every
-// entry that is not marked NoKey.
-template <typename Entry, std::size_t N>
-constexpr std::size_t KeyBound(const TypeLine<Entry> (&lines)[N]) {
-    std::size_t count = 0;
-    for (const auto& line : lines) {
-        for (std::size_t i = 0; i < line.count; ++i) {
-            if (!(line.entries[i].marks & NoKey)) count += 1 + line.entries[i].keys.size();
-        }
-    }
-    return count;
-}
-constexpr std::size_t kEnglishKeyBound = KeyBound(kEnglishTypes);
-
-// The order in which groups register, the same in both languages.
-constexpr int kRegistrationOrder[] = {
-    1,  2,  3,  4,  5,  6,  44, 13, 42, 7,  8,  9,  10, 11, 12, 49, 50, 14, 15, 40, 33, 16, 17,
-    18, 19, 45, 20, 21, 22, 23, 24, 25, 26, 27, 28, 29, 30, 31, 32, 34, 35, 36, 37, 38, 39, 41,
-    43, 46, 47, 51, 52, 53, 54, 55, 56, 57, 58, 59, 60, 61, 62, 63, 64, 65, 48, 66, 67, 68};
 
 constexpr int kGroupCount = static_cast<int>(std::size(kRegistrationOrder));
 
@@ -191,72 +104,46 @@ constexpr bool ChineseFitsEnglish() {
 }
 static_assert(ChineseFitsEnglish(), "chinese.inc: a type or place that English does not have");
 
-// The places whose class is not GenericSymbol, with their constructor arguments.
-enum class SymbolClass { Generic, UnitlessName, Linear, FeetInches, DegreesMinutesSeconds };
-
-struct SymbolPlace {
-    SymbolClass symbolClass;
-    int scaleUnit = 0;  // LinearSymbol
-    int sizeUnit = 0;
-    bool showFeet = false;  // PrimeDoublePrimeSymbol
-    bool showFraction = false;
-    bool showDash = false;
-    bool isBearing = false;  // DegreePrimeDoublePrimeSymbol
-};
-
-constexpr SymbolPlace PlaceOf(int group, int type, int symbol) {
-    if (group == 1 && type == 1 && symbol == 1) return {SymbolClass::UnitlessName};
-    if (group == 42 && (type == 2 || type == 3) && symbol <= 4) {
-        // Celsius on kelvin, Fahrenheit on the Rankine degree.
-        return type == 2 ? SymbolPlace{SymbolClass::Linear, 0x2A002, 0x2A001}
-                         : SymbolPlace{SymbolClass::Linear, 0x2A003, 0x2A004};
+// The size of the object that a notation makes.
+constexpr std::size_t SizeOf(Notation notation) {
+    switch (notation) {
+        case Notation::Plain:
+            break;
+        case Notation::Unitless:
+            return sizeof(GenericSymbolEx);
+        case Notation::TemperatureScale:
+            return sizeof(LinearSymbol);
+        case Notation::Primes:
+            return sizeof(PrimeDoublePrimeSymbol);
+        case Notation::Degrees:
+            return sizeof(DegreePrimeDoublePrimeSymbol);
     }
-    if (group == 2 && type == 22 && symbol >= 5) {
-        // "x′x″", "x′–x″", "x′x x/2″", "x′–x x/2″", "x x/2″"
-        SymbolPlace place{SymbolClass::FeetInches};
-        place.showFeet = symbol != 9;
-        place.showFraction = symbol >= 7;
-        place.showDash = symbol == 6 || symbol == 8;
-        return place;
-    }
-    if (group == 44 && type == 1 && symbol == 5) {
-        SymbolPlace place{SymbolClass::FeetInches};
-        place.showFeet = true;
-        return place;
-    }
-    if (group == 8 && type == 2 && symbol >= 4) {
-        SymbolPlace place{SymbolClass::DegreesMinutesSeconds};
-        place.isBearing = symbol == 5;
-        return place;
-    }
-    return {SymbolClass::Generic};
+    return sizeof(GenericSymbol);
 }
+
+// The name of the unit of pure numbers, which renders as the bare number.
+constexpr const char16_t* kUnitlessNames[] = {u"unitless", u"无量纲"};
 
 }  // namespace
 
 class VocabularyBuilder {
 public:
-    explicit VocabularyBuilder(UnitCatalog& c) : catalog(c) {}
+    explicit VocabularyBuilder(UnitCatalog& c) : catalog(c), units(c.table) {}
 
-    // The most bytes that Run takes from the catalogue's memory. Each
-    // allocation is taken as a whole number of the largest alignment.
+    // The most bytes that Run takes from the catalogue's memory.
     static constexpr std::size_t Bytes() {
-        constexpr auto Round = [](std::size_t bytes) {
-            return (bytes + alignof(std::max_align_t) - 1) & ~(alignof(std::max_align_t) - 1);
-        };
         std::size_t objects = 0;
         std::size_t places = 0;
         for (const auto& line : kEnglishTypes) {
             for (std::size_t i = 0; i < line.count; ++i) {
-                const int symbol = static_cast<int>(i + 1);
-                objects += Round(SizeOf(PlaceOf(line.group, line.type, symbol).symbolClass));
+                objects += Arena::Rounded(SizeOf(line.entries[i].kind.notation));
             }
             places += line.count;
         }
         constexpr std::size_t kLanguages = UnitCatalog::kLanguages;
-        return kLanguages * (objects + Round(places * sizeof(UnitCatalog::SymbolSlot)) +
-                             Round(kGroupCount * sizeof(const char16_t*))) +
-               Round((std::size(kEnglishTypes) + 1) * sizeof(std::uint32_t)) +
+        return kLanguages * (objects + Arena::Rounded(places * sizeof(UnitCatalog::SymbolSlot)) +
+                             Arena::Rounded(kGroupCount * sizeof(const char16_t*))) +
+               Arena::Rounded((std::size(kEnglishTypes) + 1) * sizeof(std::uint32_t)) +
                // The dictionary makes four allocations, each aligned.
                RadixTree<const IParseSymbol*>::ReserveBytes(kNodes, kUnits, kEdges) +
                4 * alignof(std::max_align_t);
@@ -280,39 +167,16 @@ private:
     static constexpr std::size_t kUnits = 12000;
     static constexpr std::size_t kEdges = 8600;
 
-    static constexpr std::size_t SizeOf(SymbolClass symbolClass) {
-        switch (symbolClass) {
-            case SymbolClass::UnitlessName:
-                return sizeof(GenericSymbolEx);
-            case SymbolClass::Linear:
-                return sizeof(LinearSymbol);
-            case SymbolClass::FeetInches:
-                return sizeof(PrimeDoublePrimeSymbol);
-            case SymbolClass::DegreesMinutesSeconds:
-                return sizeof(DegreePrimeDoublePrimeSymbol);
-            case SymbolClass::Generic:
-                break;
-        }
-        return sizeof(GenericSymbol);
-    }
-
-    // What the dictionary answered to one key that English asked for: who
-    // holds the key after the call, the asking symbol itself when it took it.
-    struct Answer {
-        const IParseSymbol* holder;
-        int holderUnit;  // UnitOfKey(holder)
-    };
-
     // Every type has as many places as its English line has symbols, in both
     // languages; the slots of all of them are made at once.
     void LayOutSymbols() {
         auto& first = catalog.firstSymbol;
-        first.assign(catalog.converters.size() + 1, 0);
+        first.assign(units.TypeCount() + 1, 0);
         for (const auto& line : kEnglishTypes) {
             std::size_t place = 0;
             // A vocabulary line for a type that the conversion table lacks
             // cannot be placed.
-            if (!catalog.TypePlace(UnitId::Make(line.group, line.type), place)) std::abort();
+            if (!units.TypePlace(UnitId::Make(line.group, line.type), place)) std::abort();
             first[place + 1] = static_cast<std::uint32_t>(line.count);
         }
         for (std::size_t place = 1; place < first.size(); ++place) first[place] += first[place - 1];
@@ -324,8 +188,6 @@ private:
 
     void RegisterEnglish() {
         StartLanguage(0, kEnglishGroups);
-        answers.clear();
-        answers.reserve(kEnglishKeyBound);
         for (int group : kRegistrationOrder) {
             for (const auto& line : LinesOf(kEnglishTypes, kEnglishStarts, group))
                 AddType(0, line, nullptr);
@@ -335,7 +197,6 @@ private:
     // Chinese is English where its list says nothing.
     void RegisterChinese() {
         StartLanguage(1, kChineseGroups);
-        answered = 0;
         for (int group : kRegistrationOrder) {
             // Both lists hold a group's types in ascending order.
             const auto own = LinesOf(kChineseTypes, kChineseStarts, group);
@@ -349,6 +210,7 @@ private:
     }
 
     // The operators come first, so that they win every collision of keys.
+    // The marks of the compound notations are operators too.
     void RegisterOperators() {
         catalog.operators.clear();
         AddOperator<DivisionSymbol>({u"/"});
@@ -375,8 +237,9 @@ private:
     template <typename Operator>
     void AddOperator(std::initializer_list<const char16_t*> keys) {
         catalog.operators.push_back(std::make_unique<Operator>());
-        for (const char16_t* key : keys)
-            Insert(catalog.operatorCounts, key, catalog.operators.back().get());
+        for (const char16_t* key : keys) {
+            catalog.dictionary.Insert(key, catalog.operators.back().get());
+        }
     }
 
     void StartLanguage(int language, const GroupLine (&names)[kGroupCount]) {
@@ -385,9 +248,41 @@ private:
             catalog.groupNames[language][name.group - 1] = name.name;
     }
 
+    // The object of one place, made by the notation that its kind names; its
+    // reading face, when it has keys of its own, goes to *reader.
+    ISymbol* Make(const SymbolKind& kind, std::u16string_view text, int id, std::uint32_t flags,
+                  int language, const IParseSymbol*& reader) {
+        const int unit = id & static_cast<int>(UnitId::UnitMask);
+        const UnitConverter& converter = *units.FindConverter(unit);
+        Arena& arena = catalog.arena;
+        switch (kind.notation) {
+            case Notation::Plain: {
+                auto* generic = arena.New<GenericSymbol>(text, unit, converter, flags);
+                reader = generic;
+                return generic;
+            }
+            case Notation::Unitless:
+                return arena.New<GenericSymbolEx>(
+                    text, unit, converter, SimpleFormatSymbol::NoSpace, kUnitlessNames[language]);
+            case Notation::TemperatureScale: {
+                auto* linear = arena.New<LinearSymbol>(text, unit, converter,
+                                                       *units.FindConverter(kind.unit), flags);
+                reader = linear;
+                return linear;
+            }
+            // The compound patterns render only: they get no key.
+            case Notation::Primes:
+                return arena.New<PrimeDoublePrimeSymbol>(text.data(), id, converter, kind.options);
+            case Notation::Degrees:
+                return arena.New<DegreePrimeDoublePrimeSymbol>(text.data(), converter,
+                                                               kind.options);
+        }
+        std::abort();
+    }
+
     // Makes the symbols of the type of an English line in a language and asks
     // the dictionary for their keys. A place that the Chinese line `own`
-    // lists has its text and keys from there; it keeps its class and marks.
+    // lists has its text and keys from there; it keeps its kind and marks.
     void AddType(int language, const TypeLine<EnglishEntry>& line,
                  const TypeLine<ChineseEntry>* own) {
         const ChineseEntry* replaced[kMostSymbols] = {};
@@ -395,133 +290,37 @@ private:
             for (std::size_t i = 0; i < own->count; ++i)
                 replaced[own->entries[i].symbol - 1] = &own->entries[i];
         }
-        const int group = line.group;
-        const int type = line.type;
-        const int unit = (group << 12) | type;
+        const int unit = UnitId::Make(line.group, line.type);
         std::size_t place = 0;
-        catalog.TypePlace(unit, place);
+        units.TypePlace(unit, place);
         UnitCatalog::SymbolSlot* slots =
             catalog.symbols[language].data() + catalog.firstSymbol[place];
-        DictionaryCounts& counts = catalog.languageCounts[language];
         for (std::size_t i = 0; i < line.count; ++i) {
             const EnglishEntry& english = line.entries[i];
             const std::u16string_view text =
                 replaced[i] != nullptr ? replaced[i]->text : english.text;
             const auto& keys = replaced[i] != nullptr ? replaced[i]->keys : english.keys;
-            const int symbol = static_cast<int>(i + 1);
-            const std::uint32_t flags = english.marks & NoSpace;
-            ISymbol* object = nullptr;
+            const int id = UnitId::Make(line.group, line.type, static_cast<int>(i + 1));
             const IParseSymbol* reader = nullptr;
-            const SymbolPlace place = PlaceOf(group, type, symbol);
-            switch (place.symbolClass) {
-                case SymbolClass::UnitlessName:
-                    object = catalog.New<GenericSymbolEx>(text, unit, 1u,
-                                                          language == 0 ? u"unitless" : u"无量纲");
-                    break;
-                case SymbolClass::Linear: {
-                    auto* linear =
-                        catalog.New<LinearSymbol>(text, place.scaleUnit, place.sizeUnit, flags);
-                    reader = linear;
-                    object = linear;
-                    break;
-                }
-                // The compound patterns render only: they get no key.
-                case SymbolClass::FeetInches:
-                    object = catalog.New<PrimeDoublePrimeSymbol>(text.data(), (symbol << 20) | unit,
-                                                                 place.showFeet, place.showFraction,
-                                                                 place.showDash);
-                    break;
-                case SymbolClass::DegreesMinutesSeconds:
-                    object =
-                        catalog.New<DegreePrimeDoublePrimeSymbol>(text.data(), place.isBearing);
-                    break;
-                case SymbolClass::Generic: {
-                    auto* generic = catalog.New<GenericSymbol>(text, unit, flags);
-                    reader = generic;
-                    object = generic;
-                    break;
-                }
-            }
-            slots[i].reset(object);
+            slots[i].reset(Make(english.kind, text, id, english.marks & NoSpace, language, reader));
             if (reader == nullptr || (english.marks & NoKey)) continue;
-            // The text first, then the further keys in their order. A text
-            // ends where its literal does.
-            ++counts.ownTexts;
-            counts.furtherKeys += static_cast<int>(keys.size());
-            if (language == 1) {
+            if (language == 1 && replaced[i] == nullptr) {
                 // A Chinese place that takes the English entry asks for the
                 // very keys that English asked for. Every one of them has had
                 // a holder since then, and during the load a key only ever
                 // gains one, never changes it: the dictionary would answer as
-                // it did to English.
-                const Answer* known = answers.data() + answered;
-                answered += 1 + english.keys.size();
-                if (replaced[i] == nullptr) {
-                    for (const Answer* answer = known; answer != answers.data() + answered;
-                         ++answer) {
-                        ++counts.calls;
-                        NoteRefusal(*answer, language, unit);
-                    }
-                    continue;
-                }
+                // it did to English, so it is not asked again.
+                continue;
             }
-            Insert(counts, text.data(), reader, language, unit);
-            for (const char16_t* key : keys) Insert(counts, key, reader, language, unit);
+            // The text first, then the further keys in their order. A text
+            // ends where its literal does. The first holder of a key keeps it.
+            catalog.dictionary.Insert(text.data(), reader);
+            for (const char16_t* key : keys) catalog.dictionary.Insert(key, reader);
         }
-    }
-
-    // The first holder of a key keeps it; the refusal is only counted.
-    void Insert(DictionaryCounts& counts, const char16_t* key, const IParseSymbol* symbol) {
-        ++counts.calls;
-        if (catalog.dictionary.Insert(key, symbol) == 0) ++counts.accepted;
-    }
-
-    // A unit symbol's key; a refusal is sorted by the key's holder. English
-    // keeps every answer, for the Chinese places that repeat its keys.
-    void Insert(DictionaryCounts& counts, const char16_t* key, const IParseSymbol* symbol,
-                int language, int unit) {
-        ++counts.calls;
-        Answer answer{symbol, unit};
-        if (catalog.dictionary.Insert(key, symbol, answer.holder) == 0) {
-            ++counts.accepted;
-        } else {
-            answer.holderUnit = UnitOfKey(answer.holder);
-            NoteRefusal(answer, language, unit);
-        }
-        if (language == 0) answers.push_back(answer);
-    }
-
-    void NoteRefusal(const Answer& answer, int language, int unit) {
-        RefusedKeys& refusals = catalog.refusals;
-        if (answer.holderUnit == 0) {
-            ++refusals.operatorHeld;
-            return;
-        }
-        if (answer.holderUnit != unit) {
-            ++refusals.otherType;
-        } else if (language != 0 && IsEnglish(answer.holder, unit)) {
-            ++refusals.sameTypeOtherLanguage;
-        } else {
-            ++refusals.sameTypeSameLanguage;
-        }
-    }
-
-    bool IsEnglish(const IParseSymbol* holder, int unit) const {
-        std::size_t place = 0;
-        if (!catalog.TypePlace(unit, place)) return false;
-        // The one ISymbol of an object names it, whichever face it is reached by.
-        const ISymbol* object = holder;
-        const auto& english = catalog.symbols[0];
-        for (std::uint32_t i = catalog.firstSymbol[place]; i < catalog.firstSymbol[place + 1];
-             ++i) {
-            if (english[i].get() == object) return true;
-        }
-        return false;
     }
 
     UnitCatalog& catalog;
-    std::vector<Answer> answers;  // to every English key, in the order of asking
-    std::size_t answered = 0;     // how many of them Chinese places have passed
+    const UnitTable& units;
 };
 
 std::size_t VocabularyBytes() {

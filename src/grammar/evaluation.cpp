@@ -86,6 +86,17 @@ int OperatorSymbol::Evaluate(SymbolList& list, SymbolList::iterator& position, b
     return Apply(list, position) != 0 ? 1 : 0;
 }
 
+ErrorCode ReadResult(SymbolList& list, double& value, const Dimensions& dimensions) {
+    // The result's factor is the value in base units, and ToBase refuses
+    // other exponents.
+    const OperandSymbol* result = list.begin().symbol()->AsOperand();
+    if (result == nullptr ||
+        result->GetConverter().DirectToBase(1.0, value, dimensions) != ErrorCode::Success) {
+        return ErrorCode::ParseFailure;
+    }
+    return ErrorCode::Success;
+}
+
 int EvaluateList(SymbolList& list, const Dimensions& dimensions) {
     if (list.empty()) return 1;
     for (const bool firstPass : {true, false}) {

@@ -1,8 +1,8 @@
 // The operators of the unit arithmetic: product, quotient, powers,
 // parentheses, and the blank, which either vanishes or means a product. All of
 // them work on units; a number joins the finished unit only at the end.
-#ifndef MENSURA_PARSING_OPERATORS_H
-#define MENSURA_PARSING_OPERATORS_H
+#ifndef MENSURA_GRAMMAR_OPERATORS_H
+#define MENSURA_GRAMMAR_OPERATORS_H
 
 #include "grammar/parse_symbol.h"
 
@@ -79,4 +79,4 @@ public:
 
 }  // namespace Mensura
 
-#endif  // MENSURA_PARSING_OPERATORS_H
+#endif  // MENSURA_GRAMMAR_OPERATORS_H

@@ -4,13 +4,13 @@
 // Symbols of the catalogue are shared by every thread and every formatter, so
 // Evaluate is const: what a symbol needs to remember during one parse lives in
 // the list or in a new symbol that the list owns.
-#ifndef MENSURA_PARSING_PARSE_SYMBOL_H
-#define MENSURA_PARSING_PARSE_SYMBOL_H
+#ifndef MENSURA_GRAMMAR_PARSE_SYMBOL_H
+#define MENSURA_GRAMMAR_PARSE_SYMBOL_H
 
 #include <cstdint>
 
-#include "grammar/symbol_list.h"
 #include "base/dimensions.h"
+#include "grammar/symbol_list.h"
 #include "units/unit_converter.h"
 
 namespace Mensura {
@@ -162,6 +162,11 @@ inline const NumberSymbol* IParseSymbol::AsNumber() const {
 // is left rewritten either way.
 int EvaluateList(SymbolList& list, const Dimensions& dimensions);
 
+// The value of the result that stands first in an evaluated list, in base
+// units of `dimensions`: the one check of the result's unit against the
+// target. ParseFailure when no operand stands there or its exponents differ.
+ErrorCode ReadResult(SymbolList& list, double& value, const Dimensions& dimensions);
+
 // Turns the number at `number` into a ResultSymbol by `converter`, in base
 // units. Non-zero when the converter refuses.
 int MakeResult(SymbolList& list, SymbolList::iterator number, const UnitConverter& converter);
@@ -175,4 +180,4 @@ int JoinNumberBefore(SymbolList& list, SymbolList::iterator& position,
 
 }  // namespace Mensura
 
-#endif  // MENSURA_PARSING_PARSE_SYMBOL_H
+#endif  // MENSURA_GRAMMAR_PARSE_SYMBOL_H

@@ -6,8 +6,8 @@
 // element as its predecessor. Nodes and the symbols that a parse makes come
 // from storage inside the list, so an ordinary parse touches no heap; a long
 // text spills over onto the heap and still works.
-#ifndef MENSURA_PARSING_SYMBOL_LIST_H
-#define MENSURA_PARSING_SYMBOL_LIST_H
+#ifndef MENSURA_GRAMMAR_SYMBOL_LIST_H
+#define MENSURA_GRAMMAR_SYMBOL_LIST_H
 
 #include <cstddef>
 #include <new>
@@ -178,4 +178,4 @@ private:
 
 }  // namespace Mensura
 
-#endif  // MENSURA_PARSING_SYMBOL_LIST_H
+#endif  // MENSURA_GRAMMAR_SYMBOL_LIST_H

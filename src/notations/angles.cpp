@@ -1,19 +1,20 @@
 #include "notations/angles.h"
 
-#include "notations/feet_inches.h"
+#include <cmath>
+
+#include "base/ids.h"
 #include "base/number_flags.h"
-#include "units/unit_catalog.h"
+#include "notations/compound.h"
+#include "notations/feet_inches.h"
+#include "numbers/number_settings.h"
+#include "units/unit_table.h"
 
 namespace Mensura {
 
+// Reading typed angles and bearings.
+
 namespace {
 
-constexpr int kDegree = 0x8002;
-constexpr int kAngleSecond = 0x8009;
-constexpr int kDay = 0x2C018;
-constexpr int kNewton = 0x17001;
-constexpr int kSiemens = 0x27001;
-constexpr int kWatt = 0x1D001;
 // 90 degrees in seconds of arc: the most that a bearing may turn.
 constexpr double kQuarterTurn = 324000.0;
 
@@ -22,7 +23,7 @@ bool IsAngle(const Dimensions& dimensions) {
 }
 
 const UnitConverter& ConverterOf(int unit) {
-    return *UnitCatalog::Instance().FindConverter(unit);
+    return *UnitTable::Instance().FindConverter(unit);
 }
 
 // A letter that means a unit for a target with exponents becomes that unit.
@@ -164,7 +165,7 @@ int DegreeSymbol::Evaluate(SymbolList& list, SymbolList::iterator& position, boo
     const NumberSymbol* m = behind.symbol()->AsNumber();
     if (m == nullptr || (m->flags & NumberFlags::MinusSign)) return 1;
     const double minutes =
-        (n->flags & NumberFlags::MinusSign) ? d * 60.0 - m->value : d * 60.0 + m->value;
+        CompoundMarks::Combine(d * 60.0, (n->flags & NumberFlags::MinusSign) != 0, m->value);
     const std::uint32_t flags = n->flags;
     if (behind.next() == list.end() || behind.next().symbol()->Kind() != ParseKind::Prime) {
         return 1;
@@ -173,6 +174,219 @@ int DegreeSymbol::Evaluate(SymbolList& list, SymbolList::iterator& position, boo
     list.Erase(behind);
     list.Erase(mark);
     position = list.begin();
+    return 0;
+}
+
+// Writing, and reading through symbol strings.
+
+namespace {
+
+using CompoundMarks::Fraction;
+using CompoundMarks::kDoublePrime;
+using CompoundMarks::kFailure;
+using CompoundMarks::kPrime;
+
+constexpr char16_t kDegreeSign = u'\u00B0';
+
+double PowerOfTen(int exponent) {
+    double power = 1.0;
+    for (int i = 0; i < exponent; ++i) power *= 10.0;
+    return power;
+}
+
+// An angle in degrees split into the numbers that d shows, rounded on the
+// first one it leaves out and carried upward.
+struct Split {
+    double degrees;
+    double minutes;
+    double seconds;
+    unsigned degreeMode;
+};
+
+Split SplitAngle(double a, int digits) {
+    Split split;
+    split.degreeMode = RenderMode::WholeNumber | (a < 0.0 ? RenderMode::SignOnZero : 0u);
+    const double amount = 1.0 / (PowerOfTen(digits) * 100000.0 * 2.0);
+    a = a > 0.0 ? a + amount : a - amount;
+    std::modf(a, &split.degrees);
+    const double t = std::fabs(a - split.degrees) * 60.0;
+    split.minutes = std::floor(t);
+    split.seconds = (t - split.minutes) * 60.0;
+    // A carry moves the degrees one step further from zero.
+    const double carry = a < 0.0 ? -1.0 : 1.0;
+    if (digits == 0) {
+        if (split.minutes >= 30.0) split.degrees += carry;
+        return split;
+    }
+    if (digits <= 2) {
+        if (split.seconds >= 30.0) split.minutes += 1.0;
+        if (split.minutes >= 60.0) {
+            split.degrees += carry;
+            split.minutes = 0.0;
+        }
+        return split;
+    }
+    if (digits <= 4) {
+        // RenderNumber rounds the whole seconds; this only keeps "60″" away.
+        if (Fraction(split.seconds) >= 0.5) split.seconds += 0.5;
+        if (split.seconds >= 60.0) {
+            split.seconds = 0.0;
+            split.minutes += 1.0;
+        }
+        if (split.minutes >= 60.0) {
+            split.degrees += carry;
+            split.minutes = 0.0;
+        }
+        return split;
+    }
+    const double q = PowerOfTen(digits - 4);
+    if (Fraction(Fraction(split.seconds) * q) >= 0.5) split.seconds += 1.0 / (q * 2.0);
+    if (split.seconds >= 60.0) {
+        split.seconds -= 60.0;
+        split.minutes += 1.0;
+    }
+    if (split.minutes >= 60.0) {
+        split.degrees += carry;
+        split.minutes -= 60.0;
+    }
+    return split;
+}
+
+// Writes one number and the mark behind it at `at`.
+bool WriteNumber(const NumberSettings& settings, double number, unsigned mode, int decimals,
+                 char16_t mark, char16_t* buffer, std::size_t size, std::size_t& at) {
+    const std::int64_t written =
+        settings.RenderNumber(number, buffer + at, size - at, mode, decimals);
+    if (written < 1) return false;
+    at += static_cast<std::size_t>(written - 1);
+    if (at >= size) return false;
+    buffer[at++] = mark;
+    return true;
+}
+
+}  // namespace
+
+DegreePrimeDoublePrimeSymbol::DegreePrimeDoublePrimeSymbol(const char16_t* text,
+                                                           const UnitConverter& degree,
+                                                           unsigned options)
+    : GenericSymbol(text, kDegree, degree, 0), isBearing((options & ShowBearing) != 0 ? 1 : 0) {}
+
+std::int64_t DegreePrimeDoublePrimeSymbol::Render(double value, const Dimensions& dims,
+                                                  char16_t* buffer, std::size_t size,
+                                                  const NumberSettings& settings) const {
+    if (buffer == nullptr) return kFailure;
+    double a = 0.0;
+    const ErrorCode converted = GetConverter().DirectFromBase(value, dims, a);
+    if (converted != ErrorCode::Success) return -static_cast<std::int64_t>(converted);
+    std::size_t at = 0;
+    char16_t last = 0;
+    if (isBearing) {
+        a = std::fmod(a, 360.0);
+        if (a <= -180.0) {
+            a += 360.0;
+        } else if (a > 180.0) {
+            a -= 360.0;
+        }
+        if (size < 2) return kFailure;
+        const char16_t axis = a == 0.0     ? u'E'
+                              : a == 90.0  ? u'N'
+                              : a == -90.0 ? u'S'
+                              : a == 180.0 ? u'W'
+                                           : 0;
+        if (axis != 0) {
+            buffer[0] = axis;
+            buffer[1] = 0;
+            return 2;
+        }
+        // The angle from North or South toward East or West.
+        const bool north = a > 0.0 && a < 180.0;
+        const bool east = a > -90.0 && a < 90.0;
+        last = east ? u'E' : u'W';
+        if (north) {
+            a = east ? 90.0 - a : a - 90.0;
+        } else {
+            a = east ? a + 90.0 : -90.0 - a;
+        }
+        buffer[at++] = north ? u'N' : u'S';
+        buffer[at++] = u' ';
+    }
+    const int digits = settings.GetNumberDecimalDigits();
+    const Split split = SplitAngle(a, digits);
+    const int none = NumberSettings::kSettingsDecimals;
+    if (!WriteNumber(settings, split.degrees, split.degreeMode, none, kDegreeSign, buffer, size,
+                     at)) {
+        return kFailure;
+    }
+    if (digits >= 1 && !WriteNumber(settings, split.minutes, RenderMode::WholeNumber, none, kPrime,
+                                    buffer, size, at)) {
+        return kFailure;
+    }
+    // Beyond d = 4 the seconds carry d - 4 decimals, passed for this one
+    // number: the formatter's setting is never touched.
+    if (digits >= 3 &&
+        !WriteNumber(settings, split.seconds, digits >= 5 ? 0u : RenderMode::WholeNumber,
+                     digits >= 5 ? digits - 4 : none, kDoublePrime, buffer, size, at)) {
+        return kFailure;
+    }
+    if (size - at < (isBearing ? 3u : 1u)) return kFailure;
+    if (isBearing) {
+        buffer[at++] = u' ';
+        buffer[at++] = last;
+    }
+    buffer[at++] = 0;
+    return static_cast<std::int64_t>(at);
+}
+
+std::int64_t DegreePrimeDoublePrimeSymbol::RenderPart(int part, double value,
+                                                      const Dimensions& dims, char16_t* buffer,
+                                                      std::size_t size,
+                                                      const NumberSettings& settings) const {
+    if (buffer == nullptr || isBearing) return kFailure;
+    double a = 0.0;
+    const ErrorCode converted = GetConverter().DirectFromBase(value, dims, a);
+    if (converted != ErrorCode::Success) return -static_cast<std::int64_t>(converted);
+    const int digits = settings.GetNumberDecimalDigits();
+    const Split split = SplitAngle(a, digits);
+    switch (part) {
+        case 0:
+            return settings.RenderNumber(split.degrees, buffer, size, split.degreeMode);
+        case 1:
+            return settings.RenderNumber(digits >= 1 ? split.minutes : 0.0, buffer, size,
+                                         RenderMode::WholeNumber);
+        case 2:
+            if (digits >= 5)
+                return settings.RenderNumber(split.seconds, buffer, size, 0, digits - 4);
+            return settings.RenderNumber(digits >= 3 ? split.seconds : 0.0, buffer, size,
+                                         RenderMode::WholeNumber);
+        default:
+            return kFailure;
+    }
+}
+
+int DegreePrimeDoublePrimeSymbol::ParsePart(SymbolList& list, int form) const {
+    if (form != 0 || list.size() < 3) return 1;
+    double numbers[3];
+    SymbolList::iterator it = list.begin();
+    for (double& number : numbers) {
+        const NumberSymbol* read = it.symbol()->AsNumber();
+        if (read == nullptr) return 1;
+        number = read->value;
+        ++it;
+    }
+    const double a = numbers[0];
+    const double minutes = std::fabs(numbers[1]);
+    const double seconds = std::fabs(numbers[2]);
+    // A negative zero in front counts as plus, as in every symbol string; the
+    // parts add in this order, so the sum does not go through Combine.
+    const double angle =
+        a < 0.0 ? a - minutes / 60.0 - seconds / 3600.0 : minutes / 60.0 + a + seconds / 3600.0;
+    const UnitConverter& converter = GetConverter();
+    double base = 0.0;
+    if (converter.DirectToBase(angle, base, converter.GetDimensions()) != ErrorCode::Success)
+        return 1;
+    const SymbolList::iterator head = list.begin();
+    list.Replace<ResultSymbol>(head, converter.GetDimensions(), base);
+    list.Erase(head.next(), it);
     return 0;
 }
 

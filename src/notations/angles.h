@@ -1,13 +1,29 @@
-// Degrees, minutes and seconds ("5°30′15″") and surveyor's bearings
-// ("N 45°30′15″ E"). The letters N, S, W and d are also the newton, the
-// siemens, the watt and the day: each decides in the first pass, from the
-// target's exponents, which it is. An angle is a target with seven zero
-// exponents, and its result is a direction: east 0, north 90 degrees, west
-// 180, south -90.
-#ifndef MENSURA_PARSING_ANGLES_H
-#define MENSURA_PARSING_ANGLES_H
+// Angles in degrees, minutes and seconds ("5°30′15″") and surveyor's
+// bearings ("N 45°30′15″ E"), reading and writing.
+//
+// Reading. The letters N, S, W and d are also the newton, the siemens, the
+// watt and the day: each decides in the first pass, from the target's
+// exponents, which it is. An angle is a target with seven zero exponents, and
+// its result is a direction: east 0, north 90 degrees, west 180, south -90.
+// Minutes and seconds are handed on to the marks of feet and inches.
+//
+// Writing. The decimal digits setting d does not count decimals here; it
+// chooses how far the text goes:
+//
+//   d = 0      degrees                        rounded on the minutes
+//   d = 1, 2   degrees, minutes               rounded on the seconds
+//   d = 3, 4   degrees, minutes, seconds      the seconds rounded whole
+//   d >= 5     the seconds with d - 4 decimals
+//
+// The writing symbols read only through a symbol string, three numbers in
+// part order.
+#ifndef MENSURA_NOTATIONS_ANGLES_H
+#define MENSURA_NOTATIONS_ANGLES_H
+
+#include <cstdint>
 
 #include "grammar/parse_symbol.h"
+#include "notations/format_symbol.h"
 
 namespace Mensura {
 
@@ -87,6 +103,35 @@ protected:
     bool IsWest() const override { return true; }
 };
 
+class DegreePrimeDoublePrimeSymbol final : public GenericSymbol {
+public:
+    // The option: a bearing rather than an angle.
+    static constexpr unsigned ShowBearing = 1;
+
+    // `degree` is the converter of the degree, the symbol's unit.
+    DegreePrimeDoublePrimeSymbol(const char16_t* text, const UnitConverter& degree,
+                                 unsigned options);
+
+    // A bearing counts the angle from East with North at +90: exactly on an
+    // axis it is one letter ("N"); else the quadrant's letters around the
+    // angle from North or South ("S 70°0′ W").
+    std::int64_t Render(double value, const Dimensions& dims, char16_t* buffer, std::size_t size,
+                        const NumberSettings& settings) const override;
+    // Degrees are part 0, minutes 1, seconds 2, each a bare number; a part that
+    // the pattern of d leaves out is 0. A bearing refuses every part.
+    std::int64_t RenderPart(int part, double value, const Dimensions& dims, char16_t* buffer,
+                            std::size_t size, const NumberSettings& settings) const override;
+    // Form 0: degrees, minutes and seconds at the head of the list into one
+    // angle; the sign of the degrees holds for all three.
+    int ParsePart(SymbolList& list, int form) const override;
+    int LastPartIndex(int form) const override { return form == 0 ? 2 : -1; }
+
+    bool IsBearing() const { return isBearing != 0; }
+
+private:
+    std::uint8_t isBearing;
+};
+
 }  // namespace Mensura
 
-#endif  // MENSURA_PARSING_ANGLES_H
+#endif  // MENSURA_NOTATIONS_ANGLES_H

@@ -1,7 +1,8 @@
-// What the compound renderers share: the marks they write between numbers,
-// their failure result, and the split of a number into its parts.
-#ifndef MENSURA_FORMATTING_COMPOUND_MARKS_H
-#define MENSURA_FORMATTING_COMPOUND_MARKS_H
+// What the compound notations share: the marks written between numbers, the
+// renderers' failure result, the split of a number into its parts, and the
+// rule that puts the parts of a value written once back together.
+#ifndef MENSURA_NOTATIONS_COMPOUND_H
+#define MENSURA_NOTATIONS_COMPOUND_H
 
 #include <cmath>
 #include <cstdint>
@@ -27,6 +28,15 @@ inline double Fraction(double x) {
     return std::modf(x, &whole);
 }
 
+// A value written once in parts ("-5′6″", "-5°30′"): the sign of the leading
+// number holds for every part behind it, whose magnitude `rest` goes with it.
+// Who decides `negative` differs: a typed text asks its minus sign, so that
+// "-0′6″" is minus; a symbol string asks the value, so that a negative zero
+// in front reads as plus.
+inline double Combine(double leading, bool negative, double rest) {
+    return negative ? leading - rest : leading + rest;
+}
+
 }  // namespace Mensura::CompoundMarks
 
-#endif  // MENSURA_FORMATTING_COMPOUND_MARKS_H
+#endif  // MENSURA_NOTATIONS_COMPOUND_H

@@ -1,12 +1,29 @@
-// The compound notation of two sizes of one quantity: feet and inches
-// ("5′-6 1/2″"), minutes and seconds of time, minutes and seconds of arc. The
-// target decides what the two marks mean. They do their work in the second
-// pass, reading the numbers and the "/" around them directly: this is the one
+// The compound notation of two sizes of one quantity, written once with a
+// prime and a double prime: feet and inches ("5′-6 1/2″"), minutes and seconds
+// of time, minutes and seconds of arc. Reading and writing stand together:
+//
+// Reading. The typed marks are symbols of the parse dictionary. The target
+// decides what the two marks mean. They do their work in the second pass,
+// reading the numbers and the "/" around them directly: this is the one
 // place where numbers are added or divided.
-#ifndef MENSURA_PARSING_FEET_INCHES_H
-#define MENSURA_PARSING_FEET_INCHES_H
+//
+// Writing. The patterns of a large and a small number between a prime and a
+// double prime: feet and inches ("5′6 1/4″"), minutes and seconds of time
+// ("5′30.00″"). Through a symbol string they read as well, in up to three
+// forms:
+//
+//   form 0  the numbers of the rendering        "{0} ft {1} in"  5 ft 6 in
+//   form 1  the small number as a fraction      (made from it)   5 ft 1/4 in
+//   form 2  a whole number and a fraction       (made from it)   5 ft 6 1/4 in
+//
+// Forms 1 and 2 exist only for the patterns with fractions.
+#ifndef MENSURA_NOTATIONS_FEET_INCHES_H
+#define MENSURA_NOTATIONS_FEET_INCHES_H
+
+#include <cstdint>
 
 #include "grammar/parse_symbol.h"
+#include "notations/format_symbol.h"
 
 namespace Mensura {
 
@@ -51,6 +68,58 @@ public:
                  const Dimensions& dimensions) const override;
 };
 
+class PrimeDoublePrimeSymbol final : public GenericSymbol {
+public:
+    // The options: which parts show.
+    static constexpr unsigned ShowLarge = 1;     // the large number and the prime
+    static constexpr unsigned ShowFraction = 2;  // the small number as a fraction
+    static constexpr unsigned ShowDash = 4;      // a dash behind the prime
+
+    // `symbolId` is the whole id with its symbol number; its unit, the low 20
+    // bits, is the inch or the second, and the small number's unit, and
+    // `converter` is that unit's. The large number counts 12 of them for the
+    // inch and 60 otherwise.
+    PrimeDoublePrimeSymbol(const char16_t* text, int symbolId, const UnitConverter& converter,
+                           unsigned options);
+
+    // The large number (cut toward zero, with a sign even when it is 0), the
+    // prime, the dash when asked for, the small number and the double prime.
+    // Decimals: the small number by the settings. Fractions: the decimal
+    // digits d choose the finest, 1/2^d, rounded to nearest and reduced.
+    std::int64_t Render(double value, const Dimensions& dims, char16_t* buffer, std::size_t size,
+                        const NumberSettings& settings) const override;
+    // The large number is part 0, any other part the small one: the bare
+    // numbers, with one blank between a whole number and its fraction. Without
+    // a large number every part is the small one.
+    std::int64_t RenderPart(int part, double value, const Dimensions& dims, char16_t* buffer,
+                            std::size_t size, const NumberSettings& settings) const override;
+    // Reads the numbers of one form at the head of the list, in part order,
+    // into one result.
+    int ParsePart(SymbolList& list, int form) const override;
+    int LastPartIndex(int form) const override;
+    // Form 0 from the string as it stands; with fractions, forms 1 and 2 too.
+    int MakeCustomSymbols(CustomSymbolList& out, const std::vector<std::u16string>& literals,
+                          const std::vector<int>& indices) const override;
+
+    int SymbolId() const { return symbolId; }
+
+private:
+    struct Start;
+    // The steps that Render and RenderPart share: the value in the unit,
+    // nudged away from zero. 0, or minus an ErrorCode.
+    std::int64_t Begin(double value, const Dimensions& dims, const NumberSettings& settings,
+                       Start& start) const;
+    // The small number: decimals, or a whole number and a reduced fraction.
+    std::int64_t WriteSmall(const Start& start, double x, char16_t* buffer, std::size_t size,
+                            const NumberSettings& settings) const;
+    double Multiplier() const;
+
+    int symbolId;
+    std::uint8_t showFeet;
+    std::uint8_t showFraction;
+    std::uint8_t showDash;
+};
+
 }  // namespace Mensura
 
-#endif  // MENSURA_PARSING_FEET_INCHES_H
+#endif  // MENSURA_NOTATIONS_FEET_INCHES_H

@@ -1,13 +1,11 @@
 #include "notations/format_symbol.h"
 
 #include "notations/symbol_strings.h"
-#include "api/formatter_impl.h"
-#include "units/unit_catalog.h"
 
 namespace Mensura {
 
 std::int64_t SimpleFormatSymbol::Render(double, const Dimensions&, char16_t* buffer,
-                                        std::size_t size, const FormatterImpl&) const {
+                                        std::size_t size, const NumberSettings&) const {
     if (buffer == nullptr || size == 0) return -static_cast<std::int64_t>(ErrorCode::Failure);
     std::size_t at = 0;
     if (!(flags & NoSpace)) buffer[at++] = u' ';
@@ -20,7 +18,7 @@ std::int64_t SimpleFormatSymbol::Render(double, const Dimensions&, char16_t* buf
 }
 
 std::int64_t NumberedSymbol::Render(double value, const Dimensions& dims, char16_t* buffer,
-                                    std::size_t size, const FormatterImpl& settings) const {
+                                    std::size_t size, const NumberSettings& settings) const {
     const std::int64_t number = RenderPart(0, value, dims, buffer, size, settings);
     if (number < 1) return number;
     const std::size_t used = static_cast<std::size_t>(number - 1);
@@ -29,7 +27,7 @@ std::int64_t NumberedSymbol::Render(double value, const Dimensions& dims, char16
 
 std::int64_t NumberedSymbol::RenderPart(int part, double value, const Dimensions& dims,
                                         char16_t* buffer, std::size_t size,
-                                        const FormatterImpl& settings) const {
+                                        const NumberSettings& settings) const {
     if (part != 0) return -static_cast<std::int64_t>(ErrorCode::Failure);
     double inUnit = 0.0;
     const ErrorCode result = NumberConverter().DirectFromBase(value, dims, inUnit);
@@ -51,15 +49,6 @@ int NumberedSymbol::MakeCustomSymbols(CustomSymbolList& out,
     return AppendCustomSymbol(out, this, literals, indices, 0);
 }
 
-GenericSymbol::GenericSymbol(std::u16string_view text, int unitId, std::uint32_t flags)
-    : NumberedSymbol(text, flags),
-      unit(unitId),
-      converter(UnitCatalog::Instance().FindConverter(unitId)) {}
-
-const UnitConverter& LinearSymbol::NumberConverter() const {
-    return *UnitCatalog::Instance().FindConverter(scaleUnit);
-}
-
 int LinearSymbol::Evaluate(SymbolList& list, SymbolList::iterator& position, bool firstPass,
                            const Dimensions&) const {
     const SymbolList::iterator self = position;
@@ -74,7 +63,7 @@ int LinearSymbol::Evaluate(SymbolList& list, SymbolList::iterator& position, boo
             besideUnit = it.symbol()->AsOperand() != nullptr;
         }
         if (besideUnit) {
-            list.Replace<GenericOperand>(self, *UnitCatalog::Instance().FindConverter(sizeUnit));
+            list.Replace<GenericOperand>(self, *sizeConverter);
         }
         ++position;
         return 0;

@@ -9,8 +9,8 @@
 // RenderPart writes one number of a rendering: a positive result n means that
 // n - 1 units stand at the start of the buffer and the caller goes on writing
 // at n - 1; no terminator is promised there.
-#ifndef MENSURA_FORMATTING_FORMAT_SYMBOL_H
-#define MENSURA_FORMATTING_FORMAT_SYMBOL_H
+#ifndef MENSURA_NOTATIONS_FORMAT_SYMBOL_H
+#define MENSURA_NOTATIONS_FORMAT_SYMBOL_H
 
 #include <cstddef>
 #include <cstdint>
@@ -19,12 +19,12 @@
 #include <string_view>
 #include <vector>
 
-#include "grammar/parse_symbol.h"
 #include "base/dimensions.h"
+#include "grammar/parse_symbol.h"
+#include "numbers/number_settings.h"
 
 namespace Mensura {
 
-class FormatterImpl;
 class CustomSymbol;
 
 // What MakeCustomSymbols builds: the objects of one symbol string, the one of
@@ -36,11 +36,11 @@ public:
     const IFormatSymbol* AsFormat() const override { return this; }
     // Writes value, in base units of dims, with this symbol.
     virtual std::int64_t Render(double value, const Dimensions& dims, char16_t* buffer,
-                                std::size_t size, const FormatterImpl& settings) const = 0;
+                                std::size_t size, const NumberSettings& settings) const = 0;
     // Writes one part (one number) of a rendering.
     virtual std::int64_t RenderPart(int part, double value, const Dimensions& dims,
                                     char16_t* buffer, std::size_t size,
-                                    const FormatterImpl& settings) const = 0;
+                                    const NumberSettings& settings) const = 0;
     // Reads the number at the head of `list` as a value in this unit, leaving a
     // ResultSymbol in its place. 0, or non-zero to refuse.
     virtual int ParsePart(SymbolList& list, int form) const = 0;
@@ -66,7 +66,7 @@ public:
 
     // Writes the symbol alone: the blank, if any, and the text.
     std::int64_t Render(double value, const Dimensions& dims, char16_t* buffer, std::size_t size,
-                        const FormatterImpl& settings) const override;
+                        const NumberSettings& settings) const override;
     const char16_t* GetText() const override { return text.data(); }
     std::uint32_t Flags() const { return flags; }
 
@@ -88,9 +88,9 @@ class NumberedSymbol : public SimpleFormatSymbol {
 public:
     // The number by RenderPart 0, then the symbol behind it.
     std::int64_t Render(double value, const Dimensions& dims, char16_t* buffer, std::size_t size,
-                        const FormatterImpl& settings) const override;
+                        const NumberSettings& settings) const override;
     std::int64_t RenderPart(int part, double value, const Dimensions& dims, char16_t* buffer,
-                            std::size_t size, const FormatterImpl& settings) const override;
+                            std::size_t size, const NumberSettings& settings) const override;
     int ParsePart(SymbolList& list, int form) const override;
     int LastPartIndex(int form) const override { return form == 0 ? 0 : -1; }
     // One object of form 0.
@@ -106,10 +106,11 @@ protected:
 // A unit that is a pure scale: the usual symbol of the catalogue.
 class GenericSymbol : public OperandSymbol, public NumberedSymbol {
 public:
-    // The symbols are made with the catalogue, once its converters stand.
-    GenericSymbol(std::u16string_view text, int unitId, std::uint32_t flags);
+    // `converter` is the table's converter of `unitId`, which outlives the symbol.
+    GenericSymbol(std::u16string_view text, int unitId, const UnitConverter& unitConverter,
+                  std::uint32_t flags)
+        : NumberedSymbol(text, flags), unit(unitId), converter(&unitConverter) {}
 
-    // The catalogue's converter of the unit, found once.
     const UnitConverter& GetConverter() const override { return *converter; }
     int Unit() const { return unit; }
 
@@ -125,9 +126,9 @@ private:
 // renders as the bare number, yet has a name.
 class GenericSymbolEx : public GenericSymbol {
 public:
-    GenericSymbolEx(std::u16string_view text, int unitId, std::uint32_t flags,
-                    const char16_t* display)
-        : GenericSymbol(text, unitId, flags), displayText(display) {}
+    GenericSymbolEx(std::u16string_view text, int unitId, const UnitConverter& unitConverter,
+                    std::uint32_t flags, const char16_t* display)
+        : GenericSymbol(text, unitId, unitConverter, flags), displayText(display) {}
     const char16_t* GetText() const override { return displayText; }
 
 private:
@@ -139,21 +140,28 @@ private:
 // degree, `sizeUnit`, with no offset.
 class LinearSymbol : public IParseSymbol, public NumberedSymbol {
 public:
-    LinearSymbol(std::u16string_view text, int scale, int size, std::uint32_t flags)
-        : NumberedSymbol(text, flags), scaleUnit(scale), sizeUnit(size) {}
+    // `scale` is the converter of `scaleUnit`, `size` that of the degree; the
+    // table's, which outlive the symbol.
+    LinearSymbol(std::u16string_view text, int scaleUnit, const UnitConverter& scale,
+                 const UnitConverter& size, std::uint32_t flags)
+        : NumberedSymbol(text, flags),
+          unit(scaleUnit),
+          scaleConverter(&scale),
+          sizeConverter(&size) {}
 
     int Evaluate(SymbolList& list, SymbolList::iterator& position, bool firstPass,
                  const Dimensions& dimensions) const override;
     ParseKind Kind() const override { return ParseKind::Linear; }
     // The unit type of the absolute temperature that the symbol names.
-    int ScaleUnit() const { return scaleUnit; }
+    int ScaleUnit() const { return unit; }
 
 protected:
-    const UnitConverter& NumberConverter() const override;
+    const UnitConverter& NumberConverter() const override { return *scaleConverter; }
 
 private:
-    int scaleUnit;
-    int sizeUnit;
+    int unit;
+    const UnitConverter* scaleConverter;
+    const UnitConverter* sizeConverter;
 };
 
 // The unit type that a key of the dictionary names when a unit symbol holds
@@ -162,4 +170,4 @@ int UnitOfKey(const IParseSymbol* holder);
 
 }  // namespace Mensura
 
-#endif  // MENSURA_FORMATTING_FORMAT_SYMBOL_H
+#endif  // MENSURA_NOTATIONS_FORMAT_SYMBOL_H

@@ -3,8 +3,6 @@
 #include <algorithm>
 #include <utility>
 
-#include "api/formatter_impl.h"
-
 namespace Mensura {
 
 namespace {
@@ -113,7 +111,7 @@ CustomSymbol::CustomSymbol(const IFormatSymbol* owner, const std::vector<std::u1
 }
 
 std::int64_t CustomSymbol::Render(double value, const Dimensions& dims, char16_t* buffer,
-                                  std::size_t size, const FormatterImpl& settings) const {
+                                  std::size_t size, const NumberSettings& settings) const {
     if (parent == nullptr || buffer == nullptr) return kFailure;
     std::size_t at = 0;
     for (std::size_t i = 0; i < literals.size(); ++i) {
@@ -135,7 +133,7 @@ std::int64_t CustomSymbol::Render(double value, const Dimensions& dims, char16_t
 
 std::int64_t CustomSymbol::RenderPart(int part, double value, const Dimensions& dims,
                                       char16_t* buffer, std::size_t size,
-                                      const FormatterImpl& settings) const {
+                                      const NumberSettings& settings) const {
     if (parent == nullptr || part < 0 || static_cast<std::size_t>(part) >= indices.size()) {
         return kFailure;
     }
@@ -234,6 +232,122 @@ void CustomDictionary::TakeOut(Node& node, const CustomSymbol& symbol, std::size
     node.keys.Erase(literals[depth].c_str());
     node.children.erase(std::find_if(node.children.begin(), node.children.end(),
                                      [child](const auto& owned) { return owned.get() == child; }));
+}
+
+ErrorCode SymbolStrings::Set(Use use, int symbol, const IFormatSymbol* parent,
+                             const char16_t* text) {
+    Strings& strings = Of(use);
+    const auto found = strings.find(symbol);
+    const bool removal = text == nullptr || *text == 0;
+    if (found != strings.end()) {
+        if (!removal && found->second.text == text) return ErrorCode::Success;
+        if (removal) {
+            for (const auto& old : found->second.symbols) dictionary.TakeOut(*old);
+            strings.erase(found);
+            return ErrorCode::Success;
+        }
+    } else if (removal) {
+        return ErrorCode::Success;
+    }
+
+    // Everything that can refuse comes before the first change.
+    if (parent == nullptr) return ErrorCode::Failure;
+    SymbolStringParts parts;
+    if (!SplitSymbolString(text, parts)) return ErrorCode::Failure;
+    CustomSymbolList made;
+    if (parent->MakeCustomSymbols(made, parts.literals, parts.indices) != 0 || made.empty()) {
+        return ErrorCode::Failure;
+    }
+    std::u16string stored(text);
+
+    // The entry exists before the dictionary changes; a fresh one holds no
+    // objects yet. The old paths leave first, so that a new text with the
+    // same literals on the same symbol finds its paths free.
+    const auto entry = found != strings.end() ? found : strings.try_emplace(symbol).first;
+    CustomSymbolList& old = entry->second.symbols;
+    for (const auto& object : old) dictionary.TakeOut(*object);
+    // Back to the state before the call: the new objects leave the paths,
+    // the one being put included, and the old ones take theirs again.
+    // Taking out allocates nothing.
+    const auto restore = [&](std::size_t placed) {
+        for (std::size_t i = 0; i < placed && i < made.size(); ++i) {
+            dictionary.TakeOut(*made[i]);
+        }
+        for (const auto& object : old) dictionary.Put(*object);
+        if (old.empty()) strings.erase(entry);
+    };
+    std::size_t put = 0;
+    try {
+        while (put < made.size() && dictionary.Put(*made[put]) == 0) ++put;
+    } catch (...) {
+        // Out of memory midway: no path may keep a new object, which goes
+        // with this call. Should the old paths not fit again either, their
+        // objects stay out of the dictionary, which then reads less.
+        try {
+            restore(put + 1);
+        } catch (...) {
+        }
+        throw;
+    }
+    if (put < made.size()) {
+        restore(put);
+        return ErrorCode::Failure;
+    }
+    entry->second.text = std::move(stored);
+    old = std::move(made);  // the old objects go
+    return ErrorCode::Success;
+}
+
+ErrorCode SymbolStrings::Get(Use use, int symbol, char16_t* buffer, std::size_t size) const {
+    const Strings& strings = Of(use);
+    const auto found = strings.find(symbol);
+    if (found == strings.end()) return ErrorCode::NotSet;
+    const std::u16string& text = found->second.text;
+    if (buffer == nullptr || size <= text.size()) return ErrorCode::Failure;
+    std::copy(text.begin(), text.end(), buffer);
+    buffer[text.size()] = 0;
+    return ErrorCode::Success;
+}
+
+const IFormatSymbol* SymbolStrings::Renderer(int symbol) const {
+    const auto found = formatting.find(symbol);
+    if (found == formatting.end() || found->second.symbols.empty()) return nullptr;
+    return found->second.symbols.front().get();
+}
+
+ErrorCode SymbolStrings::Read(const NumberSettings& numbers, SymbolList& leading,
+                              const char16_t* rest, double& value,
+                              const Dimensions& dimensions) const {
+    // The work list borrows the leading numbers; what the pass adds, it owns,
+    // and it all goes with the list, so that a failed pass leaves no trace.
+    SymbolList work;
+    for (SymbolList::iterator it = leading.begin(); it != leading.end(); ++it) {
+        work.PushBack(it.symbol());
+    }
+    const CustomDictionary::Node* node = &dictionary.Root();
+    std::size_t matched = 0;
+    // A string that begins with a placeholder has an empty first literal.
+    if (!work.empty()) {
+        node = node->FindLongest(u"", &matched);
+        if (node == nullptr) return ErrorCode::Failure;
+    }
+    const char16_t* cursor = rest;
+    while (*cursor != 0) {
+        node = node->FindLongest(cursor, &matched);
+        if (node == nullptr) return ErrorCode::Failure;
+        cursor += matched;
+        if (*cursor == 0) break;
+        double number = 0.0;
+        std::uint32_t flags = 0;
+        const std::int64_t length = numbers.ScanNumber(cursor, &number, &flags);
+        if (length <= 0) break;
+        work.PushBackNew<NumberSymbol>(number, flags);
+        cursor += length;
+    }
+    if (*cursor != 0 || node->Symbol() == nullptr) return ErrorCode::Failure;
+    work.PushBack(node->Symbol());
+    if (EvaluateList(work, dimensions) != 0) return ErrorCode::Failure;
+    return ReadResult(work, value, dimensions);
 }
 
 }  // namespace Mensura

@@ -7,18 +7,20 @@
 // render through the parts of the catalogue symbol, their `parent`, and read
 // back through the formatter's CustomDictionary, whose paths are the
 // sequences of their literals.
-#ifndef MENSURA_FORMATTING_CUSTOM_SYMBOL_H
-#define MENSURA_FORMATTING_CUSTOM_SYMBOL_H
+#ifndef MENSURA_NOTATIONS_SYMBOL_STRINGS_H
+#define MENSURA_NOTATIONS_SYMBOL_STRINGS_H
 
 #include <cstddef>
 #include <cstdint>
+#include <map>
 #include <memory>
 #include <string>
 #include <vector>
 
-#include "notations/format_symbol.h"
-#include "grammar/parse_symbol.h"
 #include "base/radix_tree.h"
+#include "grammar/parse_symbol.h"
+#include "notations/format_symbol.h"
+#include "numbers/number_settings.h"
 
 namespace Mensura {
 
@@ -58,10 +60,10 @@ public:
     // the result -1, a dimension mismatch included; so does a null buffer, an
     // invalid object or a text that does not fit with its terminator.
     std::int64_t Render(double value, const Dimensions& dims, char16_t* buffer, std::size_t size,
-                        const FormatterImpl& settings) const override;
+                        const NumberSettings& settings) const override;
     // Placeholder i of the text: parent's part indices[i].
     std::int64_t RenderPart(int part, double value, const Dimensions& dims, char16_t* buffer,
-                            std::size_t size, const FormatterImpl& settings) const override;
+                            std::size_t size, const NumberSettings& settings) const override;
     // Puts the numbers at the head of the list, one per placeholder, into the
     // order of the parts and lets parent read them.
     int ParsePart(SymbolList& list, int form) const override;
@@ -137,6 +139,57 @@ private:
     Node root;
 };
 
+// A formatter's symbol strings, by the complete symbol id that ResolveSymbol
+// gives at Format time: the text as given and the objects made from it, for
+// rendering and for reading, with the dictionary of their literals.
+class SymbolStrings {
+public:
+    enum class Use { Formatting, Parsing };
+
+    // Sets the string of `symbol` for one use. A formatting string renders in
+    // place of the catalogue's symbol; strings of both uses read back, before
+    // the general scan. A null or empty text removes the string (Success, also
+    // when there is none); the text already stored changes nothing. Failure,
+    // with everything as it was, when `parent` (the catalogue's symbol that
+    // the id names) is null, for a malformed text, one with the wrong
+    // placeholders for the symbol, or one whose literals another string
+    // already has. All or nothing, also when memory runs out midway.
+    ErrorCode Set(Use use, int symbol, const IFormatSymbol* parent, const char16_t* text);
+    // Copies the stored text with its terminator. NotSet without a string;
+    // Failure, buffer untouched, for a null buffer or a size not above the
+    // text's length.
+    ErrorCode Get(Use use, int symbol, char16_t* buffer, std::size_t size) const;
+    // What renders `symbol` in place of the catalogue's symbol, or null.
+    const IFormatSymbol* Renderer(int symbol) const;
+    // True while no string is set.
+    bool Empty() const { return dictionary.Empty(); }
+
+    // Reads the text through the strings, behind the numbers of `leading`
+    // that stand at its start; `rest` is the text behind them. Success with
+    // value set (in base units), ParseFailure when the text read through a
+    // string but not as a value of `dimensions`, and Failure, with no trace
+    // of the pass, when no string reads it.
+    ErrorCode Read(const NumberSettings& numbers, SymbolList& leading, const char16_t* rest,
+                   double& value, const Dimensions& dimensions) const;
+
+private:
+    // The text as given, and the objects made from it, which the entry owns;
+    // the one of form 0, which renders, first.
+    struct Entry {
+        std::u16string text;
+        CustomSymbolList symbols;
+    };
+    using Strings = std::map<int, Entry>;  // by symbol id
+
+    Strings& Of(Use use) { return use == Use::Formatting ? formatting : parsing; }
+    const Strings& Of(Use use) const { return use == Use::Formatting ? formatting : parsing; }
+
+    Strings formatting;
+    Strings parsing;
+    // The paths of the objects of both maps; it points into them.
+    CustomDictionary dictionary;
+};
+
 }  // namespace Mensura
 
-#endif  // MENSURA_FORMATTING_CUSTOM_SYMBOL_H
+#endif  // MENSURA_NOTATIONS_SYMBOL_STRINGS_H

@@ -4,14 +4,12 @@
 // settings and group separators go in between, straight into the caller's
 // buffer, which is reversed at the end. Working from the right is what lets
 // group sizes count outward from the decimal point.
-#include "numbers/render_mode.h"
-
 #include <algorithm>
 #include <charconv>
 #include <cmath>
 #include <system_error>
 
-#include "api/formatter_impl.h"
+#include "numbers/number_settings.h"
 
 namespace Mensura {
 
@@ -86,8 +84,8 @@ bool WriteReversed(char16_t* out, const std::u16string& text, std::size_t limit)
 
 }  // namespace
 
-std::int64_t FormatterImpl::RenderNumber(double value, char16_t* buffer, std::size_t capacity,
-                                         unsigned mode, int decimals) const {
+std::int64_t NumberSettings::RenderNumber(double value, char16_t* buffer, std::size_t capacity,
+                                          unsigned mode, int decimals) const {
     if (buffer == nullptr || capacity == 0) return -1;
     if (value == 0.0) value = 0.0;  // no sign for -0.0; a NaN stays as it is
     const int precision = (mode & RenderMode::WholeNumber) != 0 ? 0

@@ -1,4 +1,4 @@
-// Reads conversion_table.inc into UnitCatalog.converters.
+// Reads conversion_table.inc into UnitTable.converters.
 #include <algorithm>
 #include <cmath>
 #include <cstddef>
@@ -6,16 +6,16 @@
 #include <memory>
 #include <vector>
 
-#include "units/unit_catalog.h"
+#include "units/unit_table.h"
 
 namespace Mensura {
 
-// Fills the catalogue's converters from the table; a friend of the catalogue.
+// Fills the table's converters from the data; a friend of the table.
 class ConversionTableBuilder {
 public:
     class Resolver;
     static constexpr std::size_t Bytes();
-    static void Fill(UnitCatalog& catalog);
+    static void Fill(UnitTable& table);
 };
 
 namespace {
@@ -79,12 +79,10 @@ struct UnitLine {
 
 // Hands out converters to the build lines, building a type of the current
 // group on first use, so that a line may name a later type of its own group.
-// The converters it makes go into the catalogue's blocks.
+// The converters it makes go into the table's arena.
 class ConversionTableBuilder::Resolver {
 public:
-    Resolver(UnitCatalog& catalog, std::pmr::vector<UnitCatalog::ConverterSlot>& converters,
-             const std::size_t* first)
-        : catalog(catalog), converters(converters), first(first) {}
+    Resolver(UnitTable& table, const std::size_t* first) : table(table), first(first) {}
 
     void StartGroup(int group, int types) {
         lines.assign(types, nullptr);
@@ -95,7 +93,7 @@ public:
     void AddLine(const UnitLine& line) { lines[line.type - 1] = &line; }
 
     const UnitConverter& operator()(int group, int type) const {
-        auto& slot = converters[first[group - 1] + type - 1];
+        auto& slot = table.converters[first[group - 1] + type - 1];
         if (!slot) {
             // A table that names a later group or refers to itself cannot be built.
             if (group != current || building[type - 1]) std::abort();
@@ -108,10 +106,10 @@ public:
     }
 
     UnitConverter* Own(const GenericConverter& converter) const {
-        return catalog.New<GenericConverter>(converter);
+        return table.arena.New<GenericConverter>(converter);
     }
     UnitConverter* Own(const LinearConverter& converter) const {
-        return catalog.New<LinearConverter>(converter);
+        return table.arena.New<LinearConverter>(converter);
     }
     UnitConverter* Own(const Copy& copy) const {
         // A few lines of the table ask for a copy; both classes are final.
@@ -122,8 +120,7 @@ public:
     }
 
 private:
-    UnitCatalog& catalog;
-    std::pmr::vector<UnitCatalog::ConverterSlot>& converters;
+    UnitTable& table;
     const std::size_t* first;  // by group number less one: the group's first type
     // The lines of the current group, by type number less one.
     std::vector<const UnitLine*> lines;
@@ -174,38 +171,36 @@ static_assert(GroupsNumberedInFull(), "conversion_table.inc: group numbers with 
 }  // namespace
 
 constexpr std::size_t ConversionTableBuilder::Bytes() {
-    // Each allocation is taken as a whole number of the largest alignment.
-    constexpr auto Round = [](std::size_t bytes) {
-        return (bytes + alignof(std::max_align_t) - 1) & ~(alignof(std::max_align_t) - 1);
-    };
     std::size_t types = 0;
     for (const GroupLine& group : kGroups) types += static_cast<std::size_t>(group.types);
-    return Round(types * sizeof(UnitCatalog::ConverterSlot)) +
-           std::size(kUnits) * Round(std::max(sizeof(GenericConverter), sizeof(LinearConverter)));
+    return Arena::Rounded(types * sizeof(UnitTable::ConverterSlot)) +
+           std::size(kUnits) *
+               Arena::Rounded(std::max(sizeof(GenericConverter), sizeof(LinearConverter)));
 }
 
-void ConversionTableBuilder::Fill(UnitCatalog& catalog) {
+void ConversionTableBuilder::Fill(UnitTable& table) {
     constexpr std::size_t kGroupCount = std::size(kGroups);
     // Where each group's types start in the one array of converters, by
     // group number: the table builds the groups in another order.
     std::size_t first[kGroupCount + 1] = {};
     for (const GroupLine& group : kGroups) first[group.group] = group.types;
     for (std::size_t group = 1; group <= kGroupCount; ++group) first[group] += first[group - 1];
-    catalog.converterIndex.fill(UnitCatalog::GroupSlots{});
-    catalog.converters.clear();
-    catalog.converters.resize(first[kGroupCount]);
-    catalog.groupCount = kGroupCount;
+    table.converterIndex.fill(UnitTable::GroupSlots{});
+    table.converters.clear();
+    table.converters.resize(first[kGroupCount]);
+    table.groupCount = kGroupCount;
     for (std::size_t group = 0; group < kGroupCount; ++group) {
-        catalog.converterIndex[group + 1] = {
-            catalog.converters.data() + first[group],
+        table.converterIndex[group + 1] = {
+            table.converters.data() + first[group],
             static_cast<std::uint32_t>(first[group + 1] - first[group])};
     }
-    Resolver resolve(catalog, catalog.converters, first);
+    Resolver resolve(table, first);
     const UnitLine* line = kUnits;
     const UnitLine* const end = kUnits + std::size(kUnits);
     for (const GroupLine& group : kGroups) {
         resolve.StartGroup(group.group, group.types);
-        catalog.RegisterDimensions(group.exponents, group.group << 12);
+        // The 68 groups fit the exponent index with room to spare.
+        table.dimensionIndex.Register(group.exponents, group.group << 12);
         const UnitLine* firstLine = line;
         for (; line != end && line->group == group.group; ++line) resolve.AddLine(*line);
         for (const UnitLine* unit = firstLine; unit != line; ++unit)
@@ -218,8 +213,8 @@ std::size_t ConversionTableBytes() {
     return kBytes;
 }
 
-void FillConversionTable(UnitCatalog& catalog) {
-    ConversionTableBuilder::Fill(catalog);
+void FillConversionTable(UnitTable& table) {
+    ConversionTableBuilder::Fill(table);
 }
 
 }  // namespace Mensura

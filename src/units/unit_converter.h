@@ -3,8 +3,8 @@
 #ifndef MENSURA_UNITS_UNIT_CONVERTER_H
 #define MENSURA_UNITS_UNIT_CONVERTER_H
 
-#include "mensura/mensura.hpp"
 #include "base/dimensions.h"
+#include "mensura/mensura.hpp"
 
 namespace Mensura {
 

@@ -1,7 +1,7 @@
 // Degrees, minutes and seconds, and surveyor's bearings: the patterns that the
 // decimal digits choose, rounding and carrying, the quadrants, the parts of a
 // symbol string, and a decimal digits setting that stays as it was.
-#include "notations/degrees_symbol.h"
+#include "notations/angles.h"
 
 #include <gtest/gtest.h>
 
@@ -10,13 +10,14 @@
 #include <string>
 #include <vector>
 
-#include "api/formatter_impl.h"
+#include "catalogue/unit_catalog.h"
+#include "support/format_with.h"
 #include "support/narrow.h"
-#include "units/unit_catalog.h"
 
 namespace Mensura {
 namespace {
 
+using MensuraTest::FormatWith;
 using MensuraTest::Narrow;
 
 constexpr int kDegree = 0x8002;
@@ -28,16 +29,17 @@ const DegreePrimeDoublePrimeSymbol* Pattern(int id, int language = 0) {
     return dynamic_cast<const DegreePrimeDoublePrimeSymbol*>(symbol);
 }
 
-std::u16string Render(const FormatterImpl& impl, double degrees, int symbol,
+std::u16string Render(const NumberSettings& impl, double degrees, int symbol,
                       std::size_t size = 64) {
     std::vector<char16_t> buffer(size + 1, u'#');
-    const ErrorCode result = impl.Format(degrees, kDegree, buffer.data(), size, symbol, nullptr);
+    const ErrorCode result =
+        FormatWith(impl, degrees, kDegree, buffer.data(), size, symbol, nullptr);
     if (result != ErrorCode::Success) return u"#" + std::u16string(1, u'0' + int(result));
     return buffer.data();
 }
 
-std::unique_ptr<FormatterImpl> WithDigits(int digits) {
-    auto impl = std::make_unique<FormatterImpl>(1033);
+std::unique_ptr<NumberSettings> WithDigits(int digits) {
+    auto impl = std::make_unique<NumberSettings>();
     EXPECT_EQ(impl->SetNumberDecimalDigits(digits), ErrorCode::Success);
     return impl;
 }
@@ -102,10 +104,10 @@ TEST(DegreesSymbol, RoundingCarriesThroughEveryUnit) {
 }
 
 TEST(DegreesSymbol, EveryNumberTakesTheNumberSettings) {
-    FormatterImpl impl(1033);
+    NumberSettings impl;
     impl.SetPositiveSign(u"+");
     EXPECT_EQ(Render(impl, 45.51, kAngle), u"+45°+31′");
-    FormatterImpl comma(1033);
+    NumberSettings comma;
     ASSERT_EQ(comma.SetNumberDecimalDigits(6), ErrorCode::Success);
     ASSERT_EQ(comma.SetNumberDecimalSeparator(u","), ErrorCode::Success);
     EXPECT_EQ(Render(comma, -45.51, kAngle), u"-45°30′36,00″");
@@ -135,7 +137,7 @@ TEST(DegreesSymbol, BearingsByQuadrant) {
         {-0.0, u"E"},
         {390.25, u"N 59°45′ E"},
     };
-    const FormatterImpl impl(1033);
+    const NumberSettings impl;
     for (const auto& row : rows) {
         EXPECT_EQ(Render(impl, row.degrees, kBearing), row.text) << row.degrees;
     }
@@ -163,7 +165,7 @@ TEST(DegreesSymbol, TheBufferMustHoldTheTextAndItsTerminator) {
                 << Narrow(row.text) << " in " << less;
         }
     }
-    const FormatterImpl impl(1033);
+    const NumberSettings impl;
     char16_t buffer[16];
     EXPECT_EQ(Pattern(kBearing)->Render(0.0, Dimensions{}, nullptr, 16, impl), -1);
     EXPECT_EQ(Pattern(kAngle)->Render(0.0, Dimensions{1}, buffer, 16, impl), -4);
@@ -173,7 +175,7 @@ TEST(DegreesSymbol, TheBufferMustHoldTheTextAndItsTerminator) {
 // Six decimals on the seconds come from a decimal digits setting of 10; the
 // setting itself is passed by, never changed, also when a rendering fails.
 TEST(DegreesSymbol, TheDecimalDigitsSettingStaysAsItWas) {
-    FormatterImpl impl(1033);
+    NumberSettings impl;
     ASSERT_EQ(impl.SetNumberDecimalDigits(10), ErrorCode::Success);
     EXPECT_EQ(Render(impl, -45.51, kAngle), u"-45°30′36.000000″");
     EXPECT_EQ(impl.GetNumberDecimalDigits(), 10);
@@ -189,18 +191,18 @@ TEST(DegreesSymbol, TheDecimalDigitsSettingStaysAsItWas) {
     EXPECT_EQ(impl.GetNumberDecimalDigits(), 10);
     // Plain numbers go on with ten decimals.
     char16_t buffer[32];
-    ASSERT_EQ(impl.Format(1.5, 0x2001, buffer, 32, 0x202001, nullptr), ErrorCode::Success);
+    ASSERT_EQ(FormatWith(impl, 1.5, 0x2001, buffer, 32, 0x202001, nullptr), ErrorCode::Success);
     EXPECT_EQ(std::u16string(buffer), u"1.5000000000 m");
 }
 
 TEST(DegreesSymbol, ConvertedIsThePlainAngle) {
-    const FormatterImpl impl(1033);
+    const NumberSettings impl;
     char16_t buffer[32];
     double converted = 0.0;
-    ASSERT_EQ(impl.Format(200, kDegree, buffer, 32, kBearing, &converted), ErrorCode::Success);
+    ASSERT_EQ(FormatWith(impl, 200, kDegree, buffer, 32, kBearing, &converted), ErrorCode::Success);
     EXPECT_EQ(converted, 200.0);
     // A right angle given in radians.
-    ASSERT_EQ(impl.Format(std::acos(0.0), 0x8001, buffer, 32, kAngle, &converted),
+    ASSERT_EQ(FormatWith(impl, std::acos(0.0), 0x8001, buffer, 32, kAngle, &converted),
               ErrorCode::Success);
     EXPECT_EQ(std::u16string(buffer), u"90°0′");
     EXPECT_DOUBLE_EQ(converted, 90.0);
@@ -218,7 +220,7 @@ TEST(DegreesSymbol, PartsByDecimalDigits) {
         {3, -45.51, {u"-45", u"30", u"36"}}, {5, -45.51, {u"-45", u"30", u"36.0"}},
         {6, 45.5, {u"45", u"30", u"0.00"}},
     };
-    const double degree = UnitCatalog::Instance().FindConverter(kDegree)->GetFactor();
+    const double degree = UnitTable::Instance().FindConverter(kDegree)->GetFactor();
     for (const auto& row : rows) {
         const auto impl = WithDigits(row.digits);
         for (int part = 0; part < 3; ++part) {
@@ -231,7 +233,7 @@ TEST(DegreesSymbol, PartsByDecimalDigits) {
             EXPECT_EQ(std::u16string(buffer, text.size()), text);
         }
     }
-    const FormatterImpl impl(1033);
+    const NumberSettings impl;
     char16_t buffer[32];
     for (int part : {-1, 3}) {
         EXPECT_EQ(Pattern(kAngle)->RenderPart(part, 1.0, Dimensions{}, buffer, 32, impl), -1);
@@ -257,7 +259,7 @@ TEST(DegreesSymbol, ThreeNumbersReadAsOneAngle) {
         {{-0.0, 30, 0}, 0.5},  // a negative zero counts as plus
         {{0, 0, 90}, 0.025},
     };
-    const UnitConverter& degree = *UnitCatalog::Instance().FindConverter(kDegree);
+    const UnitConverter& degree = *UnitTable::Instance().FindConverter(kDegree);
     for (const auto& row : rows) {
         SymbolList list;
         for (double number : row.numbers) list.PushBackNew<NumberSymbol>(number, 0u);

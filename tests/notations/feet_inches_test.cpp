@@ -1,7 +1,7 @@
 // Feet and inches, minutes and seconds of time: the six patterns of the
 // catalogue, their renderings at several decimal digits, their parts, the
 // forms in which a symbol string reads them, and the numbers of each form.
-#include "notations/feet_inches_symbol.h"
+#include "notations/feet_inches.h"
 
 #include <gtest/gtest.h>
 
@@ -10,14 +10,15 @@
 #include <string>
 #include <vector>
 
+#include "catalogue/unit_catalog.h"
 #include "notations/symbol_strings.h"
-#include "api/formatter_impl.h"
+#include "support/format_with.h"
 #include "support/narrow.h"
-#include "units/unit_catalog.h"
 
 namespace Mensura {
 namespace {
 
+using MensuraTest::FormatWith;
 using MensuraTest::Narrow;
 
 constexpr int kInch = 0x2016;
@@ -35,10 +36,10 @@ const PrimeDoublePrimeSymbol* Pattern(int id, int language = 0) {
 }
 
 // Format through the driver; the text on success, else "#" and the code.
-std::u16string Render(const FormatterImpl& impl, double value, int symbol, int unit = kInch,
+std::u16string Render(const NumberSettings& impl, double value, int symbol, int unit = kInch,
                       std::size_t size = 64) {
     std::vector<char16_t> buffer(size + 1, u'#');
-    const ErrorCode result = impl.Format(value, unit, buffer.data(), size, symbol, nullptr);
+    const ErrorCode result = FormatWith(impl, value, unit, buffer.data(), size, symbol, nullptr);
     if (result != ErrorCode::Success) return u"#" + std::u16string(1, u'0' + int(result));
     return buffer.data();
 }
@@ -82,7 +83,7 @@ TEST(FeetInchesSymbol, RendersEachPatternWithTheDefaults) {
         {12003, {u"1,000′3.00″", u"1,000′–3.00″", u"1,000′3″", u"1,000′–3″", u"12,003″"}},
     };
     const int symbols[] = {kPlain, kDash, kFraction, kBoth, kInches};
-    const FormatterImpl impl(1033);
+    const NumberSettings impl;
     for (const auto& row : rows) {
         for (int i = 0; i < 5; ++i) {
             EXPECT_EQ(Render(impl, row.inches, symbols[i]), row.texts[i])
@@ -92,7 +93,7 @@ TEST(FeetInchesSymbol, RendersEachPatternWithTheDefaults) {
 }
 
 TEST(FeetInchesSymbol, DecimalDigitsChooseTheFinestFraction) {
-    FormatterImpl impl(1033);
+    NumberSettings impl;
     ASSERT_EQ(impl.SetNumberDecimalDigits(4), ErrorCode::Success);  // sixteenths
     const struct {
         double inches;
@@ -114,10 +115,10 @@ TEST(FeetInchesSymbol, DecimalDigitsChooseTheFinestFraction) {
 }
 
 TEST(FeetInchesSymbol, EveryNumberTakesTheNumberSettings) {
-    FormatterImpl impl(1033);
+    NumberSettings impl;
     impl.SetPositiveSign(u"+");
     EXPECT_EQ(Render(impl, 66.25, kFraction), u"+5′+6 +1/+4″");
-    FormatterImpl other(1033);
+    NumberSettings other;
     ASSERT_EQ(other.SetNumberDecimalSeparator(u","), ErrorCode::Success);
     ASSERT_EQ(other.SetNumberGroupSeparator(u"."), ErrorCode::Success);
     EXPECT_EQ(Render(other, 12003.5, kPlain), u"1.000′3,50″");
@@ -126,7 +127,7 @@ TEST(FeetInchesSymbol, EveryNumberTakesTheNumberSettings) {
 }
 
 TEST(FeetInchesSymbol, MinutesAndSecondsCountSixty) {
-    const FormatterImpl impl(1033);
+    const NumberSettings impl;
     EXPECT_EQ(Render(impl, 330, kMinutes, kSecond), u"5′30.00″");
     EXPECT_EQ(Render(impl, 3725, kMinutes, kSecond), u"62′5.00″");
     EXPECT_EQ(Render(impl, -90, kMinutes, kSecond), u"-1′30.00″");
@@ -134,26 +135,27 @@ TEST(FeetInchesSymbol, MinutesAndSecondsCountSixty) {
 }
 
 TEST(FeetInchesSymbol, ANegativeValueThatRoundsToNothing) {
-    const FormatterImpl impl(1033);
+    const NumberSettings impl;
     EXPECT_EQ(Render(impl, -0.1, kFraction), u"-0′0″");  // the large number keeps the sign
     EXPECT_EQ(Render(impl, -0.1, kInches), u"0″");       // no large number, no sign
 }
 
 TEST(FeetInchesSymbol, ConvertedIsTheWholeValueInTheUnit) {
-    const FormatterImpl impl(1033);
+    const NumberSettings impl;
     char16_t buffer[32];
     double converted = 0.0;
-    ASSERT_EQ(impl.Format(66, kInch, buffer, 32, kFraction, &converted), ErrorCode::Success);
+    ASSERT_EQ(FormatWith(impl, 66, kInch, buffer, 32, kFraction, &converted), ErrorCode::Success);
     EXPECT_EQ(converted, 66.0);
-    ASSERT_EQ(impl.Format(1.0, 0x2001, buffer, 32, kPlain, &converted), ErrorCode::Success);
+    ASSERT_EQ(FormatWith(impl, 1.0, 0x2001, buffer, 32, kPlain, &converted), ErrorCode::Success);
     EXPECT_EQ(std::u16string(buffer), u"3′3.37″");  // 1 m is 39.3700787... inches
     EXPECT_DOUBLE_EQ(converted, 1.0 / 0.0254);
-    ASSERT_EQ(impl.Format(3725, kSecond, buffer, 32, kMinutes, &converted), ErrorCode::Success);
+    ASSERT_EQ(FormatWith(impl, 3725, kSecond, buffer, 32, kMinutes, &converted),
+              ErrorCode::Success);
     EXPECT_EQ(converted, 3725.0);
 }
 
 TEST(FeetInchesSymbol, TheBufferMustHoldTheTextAndItsTerminator) {
-    const FormatterImpl impl(1033);
+    const NumberSettings impl;
     const struct {
         double inches;
         int symbol;
@@ -180,7 +182,7 @@ TEST(FeetInchesSymbol, TheBufferMustHoldTheTextAndItsTerminator) {
 // The bare numbers of a symbol string: part 0 is the large number, any other
 // part the small one, and without a large number every part is the small one.
 TEST(FeetInchesSymbol, PartsAreTheBareNumbers) {
-    const FormatterImpl impl(1033);
+    const NumberSettings impl;
     const struct {
         int symbol;
         double inches;
@@ -196,7 +198,7 @@ TEST(FeetInchesSymbol, PartsAreTheBareNumbers) {
         {kInches, 66.25, 1, u"66 1/4"},  {kInches, -0.4, 0, u"-1/2"},
         {kBoth, 71.95, 0, u"6"},         {kBoth, 71.95, 1, u"0"},
     };
-    const double inch = UnitCatalog::Instance().FindConverter(kInch)->GetFactor();
+    const double inch = UnitTable::Instance().FindConverter(kInch)->GetFactor();
     for (const auto& row : rows) {
         char16_t buffer[32];
         std::fill(std::begin(buffer), std::end(buffer), u'#');
@@ -326,7 +328,7 @@ TEST(FeetInchesSymbol, EachFormReadsItsNumbers) {
         ASSERT_EQ(list.size(), 2u);
         const auto* result = dynamic_cast<const ResultSymbol*>(list.begin().symbol());
         ASSERT_NE(result, nullptr);
-        const UnitConverter& unit = *UnitCatalog::Instance().FindConverter(row.symbol);
+        const UnitConverter& unit = *UnitTable::Instance().FindConverter(row.symbol);
         EXPECT_DOUBLE_EQ(result->Value(), row.total * unit.GetFactor()) << row.total;
         EXPECT_EQ(result->GetConverter().GetDimensions(), unit.GetDimensions());
         EXPECT_EQ(list.begin().next().symbol()->AsNumber()->value, 99.0);

@@ -8,13 +8,14 @@
 #include <string>
 #include <vector>
 
-#include "api/formatter_impl.h"
+#include "catalogue/unit_catalog.h"
+#include "support/format_with.h"
 #include "support/narrow.h"
-#include "units/unit_catalog.h"
 
 namespace Mensura {
 namespace {
 
+using MensuraTest::FormatWith;
 using MensuraTest::Narrow;
 using Texts = std::vector<std::u16string>;
 
@@ -130,7 +131,7 @@ TEST(CustomSymbol, FaceOfASymbol) {
 }
 
 TEST(CustomSymbol, RendersLiteralsAndPartsInTheOrderOfTheText) {
-    const FormatterImpl impl(1033);
+    const NumberSettings impl;
     const struct {
         int parent;
         Texts literals;
@@ -151,7 +152,7 @@ TEST(CustomSymbol, RendersLiteralsAndPartsInTheOrderOfTheText) {
     for (const auto& row : rows) {
         const CustomSymbol symbol(Catalogued(row.parent), row.literals, row.indices, 0);
         ASSERT_TRUE(symbol.IsValid());
-        const Dimensions dims = UnitCatalog::Instance().FindConverter(row.parent)->GetDimensions();
+        const Dimensions dims = UnitTable::Instance().FindConverter(row.parent)->GetDimensions();
         const std::u16string text(row.text);
         char16_t buffer[40];
         EXPECT_EQ(symbol.Render(row.value, dims, buffer, 40, impl),
@@ -206,13 +207,12 @@ TEST(CustomSymbol, ReadsTheNumbersInPartOrder) {
         for (double number : row.written) list.PushBackNew<NumberSymbol>(number, 0u);
         list.PushBack(&symbol);
         ASSERT_EQ(
-            EvaluateList(list, UnitCatalog::Instance().FindConverter(row.parent)->GetDimensions()),
-            0)
+            EvaluateList(list, UnitTable::Instance().FindConverter(row.parent)->GetDimensions()), 0)
             << row.total;
         ASSERT_EQ(list.size(), 1u);
         const auto* result = dynamic_cast<const ResultSymbol*>(list.begin().symbol());
         ASSERT_NE(result, nullptr);
-        const double factor = UnitCatalog::Instance().FindConverter(row.parent)->GetFactor();
+        const double factor = UnitTable::Instance().FindConverter(row.parent)->GetFactor();
         EXPECT_DOUBLE_EQ(result->Value(), row.total * factor) << row.total;
     }
 }

@@ -1,7 +1,6 @@
-// The state behind a formatter, seen from inside: the locale it settles on and
-// the table of number tokens after each setter, with shared texts and empty
-// signs on the root.
-#include "api/formatter_impl.h"
+// The number settings seen from inside: the table of number tokens after each
+// setter, with shared texts and empty signs on the root.
+#include "numbers/number_settings.h"
 
 #include <gtest/gtest.h>
 
@@ -18,31 +17,19 @@ struct Token {
 
 // The code of the longest number token at the start of text, and its length
 // (0 when nothing, or only the empty key on the root, matched).
-Token Find(const FormatterImpl& impl, const char16_t* text) {
+Token Find(const NumberSettings& impl, const char16_t* text) {
     std::size_t matched = 0;
     const int code = impl.NumberTokens().FindLongest(text, &matched);
     return {code, matched};
 }
 
-void ExpectToken(const FormatterImpl& impl, const char16_t* text, int code, std::size_t length) {
+void ExpectToken(const NumberSettings& impl, const char16_t* text, int code, std::size_t length) {
     const Token token = Find(impl, text);
     EXPECT_EQ(token.code, code) << "text of " << std::u16string(text).size() << " units";
     EXPECT_EQ(token.length, length);
 }
 
-TEST(FormatterImplLocale, OnlySimplifiedChineseLeavesEnglish) {
-    const struct {
-        int locale, localeId, languageIndex;
-    } rows[] = {{2052, 2052, 1}, {1033, 1033, 0},  {1036, 1033, 0},
-                {0, 1033, 0},    {-2052, 1033, 0}, {2052 + 65536, 1033, 0}};
-    for (const auto& row : rows) {
-        const FormatterImpl impl(row.locale);
-        EXPECT_EQ(impl.GetLocaleId(), row.localeId) << row.locale;
-        EXPECT_EQ(impl.GetLanguageIndex(), row.languageIndex) << row.locale;
-    }
-}
-
-TEST(NumberTokens, DefaultsOfBothLocales) {
+TEST(NumberTokens, Defaults) {
     const struct {
         const char16_t* text;
         int code;
@@ -54,14 +41,12 @@ TEST(NumberTokens, DefaultsOfBothLocales) {
             {u"", 52, 0},  {u"x", 52, 0},  {u"+5", 52, 0},  // "+" is no token while the positive
                                                             // sign is empty
         };
-    for (int locale : {1033, 2052}) {
-        const FormatterImpl impl(locale);
-        for (const auto& row : rows) ExpectToken(impl, row.text, row.code, row.length);
-    }
+    const NumberSettings impl;
+    for (const auto& row : rows) ExpectToken(impl, row.text, row.code, row.length);
 }
 
 TEST(NumberTokens, PositiveSignTakesItsCodeOffTheRoot) {
-    FormatterImpl impl(1033);
+    NumberSettings impl;
     impl.SetPositiveSign(u"+");
     ExpectToken(impl, u"+5", 52, 1);
     ExpectToken(impl, u"x", 0, 0);
@@ -73,7 +58,7 @@ TEST(NumberTokens, PositiveSignTakesItsCodeOffTheRoot) {
 }
 
 TEST(NumberTokens, BothSignsEmptyShareTheRootAndErasingEitherEmptiesIt) {
-    FormatterImpl impl(1033);
+    NumberSettings impl;
     impl.SetNegativeSign(u"");
     ExpectToken(impl, u"x", 56, 0);
     ExpectToken(impl, u"-", 56, 0);  // "-" itself is no token any more
@@ -85,7 +70,7 @@ TEST(NumberTokens, BothSignsEmptyShareTheRootAndErasingEitherEmptiesIt) {
 }
 
 TEST(NumberTokens, SeparatorsShareTextsAndTheLastOneSetWins) {
-    FormatterImpl impl(1033);
+    NumberSettings impl;
     EXPECT_EQ(impl.SetNumberGroupSeparator(u"."), ErrorCode::Success);
     ExpectToken(impl, u".", 44, 1);
     ExpectToken(impl, u",", 52, 0);
@@ -100,7 +85,7 @@ TEST(NumberTokens, SeparatorsShareTextsAndTheLastOneSetWins) {
 }
 
 TEST(NumberTokens, RefusedSettersLeaveTheTableAlone) {
-    FormatterImpl impl(1033);
+    NumberSettings impl;
     EXPECT_EQ(impl.SetNumberDecimalSeparator(u""), ErrorCode::Failure);
     EXPECT_EQ(impl.SetNumberGroupSeparator(nullptr), ErrorCode::Failure);
     const char16_t twice[] = u"0123456780";
@@ -111,7 +96,7 @@ TEST(NumberTokens, RefusedSettersLeaveTheTableAlone) {
 }
 
 TEST(NumberTokens, NativeDigitsReplaceTheAsciiOnes) {
-    FormatterImpl impl(1033);
+    NumberSettings impl;
     char16_t arabic[10];
     for (int d = 0; d < 10; ++d) arabic[d] = static_cast<char16_t>(0x0660 + d);
     ASSERT_EQ(impl.SetNativeDigits(arabic), ErrorCode::Success);
@@ -124,7 +109,7 @@ TEST(NumberTokens, NativeDigitsReplaceTheAsciiOnes) {
 }
 
 TEST(NumberTokens, NativeDigitsEraseASeparatorThatSharesTheirText) {
-    FormatterImpl impl(1033);
+    NumberSettings impl;
     const char16_t digits[] = u"0123456,89";  // "," stands for 7
     ASSERT_EQ(impl.SetNativeDigits(digits), ErrorCode::Success);
     ExpectToken(impl, u",", 32, 1);
@@ -137,7 +122,7 @@ TEST(NumberTokens, NativeDigitsEraseASeparatorThatSharesTheirText) {
 // Every setter erases a text from the table; switching back and forth must
 // not grow it.
 TEST(NumberTokens, SwitchingSettingsBackAndForthKeepsTheTableSmall) {
-    FormatterImpl impl(1033);
+    NumberSettings impl;
     std::size_t settled = 0;
     for (int round = 0; round < 200; ++round) {
         ASSERT_EQ(impl.SetNumberGroupSeparator(round % 2 ? u"'" : u"thin space"),

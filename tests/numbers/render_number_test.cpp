@@ -2,7 +2,7 @@
 // the decimal point, translated signs and digits, the mode bits, and the
 // capacity rules. Expected texts are those of the C conversions "%+.*f",
 // "%+.*E" and "%+.*G" in the C locale, translated by hand.
-#include "numbers/render_mode.h"
+#include "numbers/number_settings.h"
 
 #include <gtest/gtest.h>
 
@@ -13,7 +13,7 @@
 #include <string>
 #include <vector>
 
-#include "api/formatter_impl.h"
+#include "numbers/number_settings.h"
 
 namespace Mensura {
 namespace {
@@ -28,7 +28,7 @@ struct Rendered {
 // Renders into a buffer of `capacity` units and checks that nothing is
 // written behind the capacity, nor, on success, at or behind the result
 // minus 1, where the caller goes on.
-Rendered Render(const FormatterImpl& impl, double value, unsigned mode = 0,
+Rendered Render(const NumberSettings& impl, double value, unsigned mode = 0,
                 std::size_t capacity = 32) {
     std::vector<char16_t> buffer(capacity + 8, kUntouched);
     const std::int64_t result = impl.RenderNumber(value, buffer.data(), capacity, mode);
@@ -40,24 +40,24 @@ Rendered Render(const FormatterImpl& impl, double value, unsigned mode = 0,
     return {result, std::u16string(buffer.data(), end)};
 }
 
-void SetSizes(FormatterImpl& impl, std::vector<int> sizes) {
+void SetSizes(NumberSettings& impl, std::vector<int> sizes) {
     ASSERT_EQ(impl.SetNumberGroupSizes(sizes.data(), static_cast<int>(sizes.size())),
               ErrorCode::Success);
 }
 
 struct Row {
     double value;
-    void (*setup)(FormatterImpl&);
+    void (*setup)(NumberSettings&);
     unsigned mode;
     const char16_t* text;
     std::int64_t result;
 };
 
-void Defaults(FormatterImpl&) {}
+void Defaults(NumberSettings&) {}
 
 void ExpectRows(const std::vector<Row>& rows) {
     for (const Row& row : rows) {
-        FormatterImpl impl(1033);
+        NumberSettings impl;
         row.setup(impl);
         const Rendered rendered = Render(impl, row.value, row.mode);
         EXPECT_EQ(rendered.text, row.text) << row.value << " mode " << row.mode;
@@ -81,22 +81,22 @@ TEST(RenderNumber, WorkedExamples) {
         {0.0, Defaults, WholeNumber | SignOnZero, u"-0", 3},
         {1234567.891, Defaults, WholeNumber, u"1,234,568", 10},
         {1234567.891,
-         [](FormatterImpl& f) {
+         [](NumberSettings& f) {
              SetSizes(f, {3, 2});
          },
          0, u"12,34,567.89", 13},
         {1234567.891,
-         [](FormatterImpl& f) {
+         [](NumberSettings& f) {
              SetSizes(f, {3, 0});
          },
          0, u"1234,567.89", 12},
-        {1234567.891, [](FormatterImpl& f) { SetSizes(f, {0}); }, 0, u"1234567.89", 11},
-        {1234567.891, [](FormatterImpl& f) { f.SetNumber(NumberFormat::Fixed); }, 0, u"1234567.89",
+        {1234567.891, [](NumberSettings& f) { SetSizes(f, {0}); }, 0, u"1234567.89", 11},
+        {1234567.891, [](NumberSettings& f) { f.SetNumber(NumberFormat::Fixed); }, 0, u"1234567.89",
          11},
-        {5.5, [](FormatterImpl& f) { f.SetPositiveSign(u"+"); }, 0, u"+5.50", 6},
-        {0.0, [](FormatterImpl& f) { f.SetPositiveSign(u"+"); }, SignOnZero, u"-+0.00", 7},
+        {5.5, [](NumberSettings& f) { f.SetPositiveSign(u"+"); }, 0, u"+5.50", 6},
+        {0.0, [](NumberSettings& f) { f.SetPositiveSign(u"+"); }, SignOnZero, u"-+0.00", 7},
         {1234.5,
-         [](FormatterImpl& f) {
+         [](NumberSettings& f) {
              f.SetNumberGroupSeparator(u" ");
              f.SetNumberDecimalSeparator(u",");
          },
@@ -108,33 +108,33 @@ TEST(RenderNumber, GroupingEdges) {
     ExpectRows({
         {123, Defaults, 0, u"123.00", 7},  // exactly one group: no separator in front
         {-123456, Defaults, 0, u"-123,456.00", 12},
-        {1234, [](FormatterImpl& f) { f.SetNumberDecimalDigits(0); }, 0, u"1,234", 6},
-        {0.123456, [](FormatterImpl& f) { f.SetNumberDecimalDigits(6); }, 0, u"0.123456", 9},
+        {1234, [](NumberSettings& f) { f.SetNumberDecimalDigits(0); }, 0, u"1,234", 6},
+        {0.123456, [](NumberSettings& f) { f.SetNumberDecimalDigits(6); }, 0, u"0.123456", 9},
         {1234567.891,
-         [](FormatterImpl& f) {
+         [](NumberSettings& f) {
              SetSizes(f, {1, 2, 0});
          },
          0, u"1234,56,7.89", 13},
         // The last size repeats: it does not start over at the first.
         {12345678901,
-         [](FormatterImpl& f) {
+         [](NumberSettings& f) {
              SetSizes(f, {3, 2});
          },
          RenderMode::WholeNumber, u"12,34,56,78,901", 16},
-        {12345678, [](FormatterImpl& f) { SetSizes(f, {2}); }, RenderMode::WholeNumber,
+        {12345678, [](NumberSettings& f) { SetSizes(f, {2}); }, RenderMode::WholeNumber,
          u"12,34,56,78", 12},
-        {1234567, [](FormatterImpl& f) { f.SetNumberGroupSeparator(u"ab"); }, 0, u"1ab234ab567.00",
+        {1234567, [](NumberSettings& f) { f.SetNumberGroupSeparator(u"ab"); }, 0, u"1ab234ab567.00",
          15},
     });
 }
 
 TEST(RenderNumber, SignsSeparatorsAndDigitsAreTranslated) {
     ExpectRows({
-        {-5, [](FormatterImpl& f) { f.SetNegativeSign(u"neg "); }, 0, u"neg 5.00", 9},
-        {-5, [](FormatterImpl& f) { f.SetNegativeSign(u""); }, 0, u"5.00", 5},
-        {2.5, [](FormatterImpl& f) { f.SetNumberDecimalSeparator(u"<>"); }, 0, u"2<>50", 6},
+        {-5, [](NumberSettings& f) { f.SetNegativeSign(u"neg "); }, 0, u"neg 5.00", 9},
+        {-5, [](NumberSettings& f) { f.SetNegativeSign(u""); }, 0, u"5.00", 5},
+        {2.5, [](NumberSettings& f) { f.SetNumberDecimalSeparator(u"<>"); }, 0, u"2<>50", 6},
         {1234.5,
-         [](FormatterImpl& f) {
+         [](NumberSettings& f) {
              char16_t arabic[10];
              for (int d = 0; d < 10; ++d) arabic[d] = static_cast<char16_t>(0x0660 + d);
              f.SetNativeDigits(arabic);
@@ -148,18 +148,18 @@ TEST(RenderNumber, SignsSeparatorsAndDigitsAreTranslated) {
 TEST(RenderNumber, OtherStylesAreNeverGrouped) {
     ExpectRows({
         // "+1.50E+03": the exponent's sign is translated like any other.
-        {1500, [](FormatterImpl& f) { f.SetNumber(NumberFormat::ScientificUpper); }, 0, u"1.50E03",
+        {1500, [](NumberSettings& f) { f.SetNumber(NumberFormat::ScientificUpper); }, 0, u"1.50E03",
          8},
-        {-0.0015, [](FormatterImpl& f) { f.SetNumber(NumberFormat::ScientificLower); }, 0,
+        {-0.0015, [](NumberSettings& f) { f.SetNumber(NumberFormat::ScientificLower); }, 0,
          u"-1.50e-03", 10},
-        {1234567.891, [](FormatterImpl& f) { f.SetNumber(NumberFormat::GeneralUpper); }, 0,
+        {1234567.891, [](NumberSettings& f) { f.SetNumber(NumberFormat::GeneralUpper); }, 0,
          u"1.2E06", 7},
-        {0.000123456, [](FormatterImpl& f) { f.SetNumber(NumberFormat::GeneralLower); }, 0,
+        {0.000123456, [](NumberSettings& f) { f.SetNumber(NumberFormat::GeneralLower); }, 0,
          u"0.00012", 8},
-        {1234567.891, [](FormatterImpl& f) { f.SetNumber(NumberFormat::GeneralLower); },
+        {1234567.891, [](NumberSettings& f) { f.SetNumber(NumberFormat::GeneralLower); },
          RenderMode::WholeNumber, u"1e06", 5},  // precision 0 counts as 1
         {1500,
-         [](FormatterImpl& f) {
+         [](NumberSettings& f) {
              f.SetNumber(NumberFormat::ScientificUpper);
              f.SetPositiveSign(u"p");
          },
@@ -173,13 +173,13 @@ TEST(RenderNumber, NonFiniteValuesWalkLikeAnyOtherText) {
         {infinity, Defaults, 0, u"inf", 4},
         {-infinity, Defaults, 0, u"-inf", 5},
         {std::nan(""), Defaults, 0, u"nan", 4},
-        {-infinity, [](FormatterImpl& f) { f.SetNumber(NumberFormat::ScientificUpper); }, 0,
+        {-infinity, [](NumberSettings& f) { f.SetNumber(NumberFormat::ScientificUpper); }, 0,
          u"-INF", 5},
     });
 }
 
 TEST(RenderNumber, Failures) {
-    FormatterImpl impl(1033);
+    NumberSettings impl;
     char16_t buffer[32];
     EXPECT_EQ(impl.RenderNumber(1.0, nullptr, 32, 0), -1);
     EXPECT_EQ(impl.RenderNumber(1.0, buffer, 0, 0), -1);
@@ -187,7 +187,7 @@ TEST(RenderNumber, Failures) {
         EXPECT_EQ(Render(impl, value, 0, 1).result, -1) << value;
     }
     for (int style : {6, -1, 9}) {
-        FormatterImpl odd(1033);
+        NumberSettings odd;
         odd.SetNumber(static_cast<NumberFormat>(style));
         for (double value : {0.0, 1.0, -2.5}) EXPECT_EQ(Render(odd, value).result, -1) << style;
     }
@@ -202,7 +202,7 @@ TEST(RenderNumber, Failures) {
 }
 
 TEST(RenderNumber, CapacityCountsTheDroppedPlusAndATerminator) {
-    FormatterImpl impl(1033);
+    NumberSettings impl;
     EXPECT_EQ(Render(impl, 1.0, 0, 4).result, -1);
     EXPECT_EQ(Render(impl, 1.0, 0, 5).result, -1);
     EXPECT_EQ(Render(impl, 1.0, 0, 6).text, u"1.00");
@@ -215,7 +215,7 @@ TEST(RenderNumber, CapacityCountsTheDroppedPlusAndATerminator) {
     EXPECT_EQ(Render(impl, 1234567.891, 0, 16).result, -1);
     EXPECT_EQ(Render(impl, 1234567.891, 0, 17).text, u"1abc234abc567.89");
     // SignOnZero needs one unit more than the number.
-    FormatterImpl plain(1033);
+    NumberSettings plain;
     EXPECT_EQ(Render(plain, 0.0, RenderMode::WholeNumber | RenderMode::SignOnZero, 3).text, u"-0");
     plain.SetNegativeSign(u"neg");
     EXPECT_EQ(Render(plain, 0.0, RenderMode::WholeNumber | RenderMode::SignOnZero, 3).result, -1);
@@ -226,7 +226,7 @@ TEST(RenderNumber, CapacityCountsTheDroppedPlusAndATerminator) {
 // Whole numbers print as the C conversion "%.0f" does, on either side of the
 // shortcut for values that are integers.
 TEST(RenderNumber, WholeNumbersAgreeWithTheCConversion) {
-    FormatterImpl impl(1033);
+    NumberSettings impl;
     impl.SetNumber(NumberFormat::Fixed);
     const double values[] = {0,
                              1,
@@ -267,7 +267,7 @@ TEST(RenderNumber, WholeNumbersAgreeWithTheCConversion) {
 
 // A caller may ask for other decimals for one number; the setting stays.
 TEST(RenderNumber, DecimalsForOneNumber) {
-    const FormatterImpl impl(1033);
+    const NumberSettings impl;
     const struct {
         double value;
         unsigned mode;
@@ -279,7 +279,7 @@ TEST(RenderNumber, DecimalsForOneNumber) {
         {2.5, 0, 0, u"2"},  // "%.0f" rounds a tie to even
         {1.0, 0, 7, u"1.0000000"},
         {0.125, RenderMode::WholeNumber, 2, u"0"},  // WholeNumber wins
-        {1.0, 0, FormatterImpl::kSettingsDecimals, u"1.00"},
+        {1.0, 0, NumberSettings::kSettingsDecimals, u"1.00"},
         {1.0, 0, -5, u"1.00"},
     };
     for (const auto& row : rows) {
@@ -306,7 +306,7 @@ TEST(RenderNumber, IgnoresTheProcessLocale) {
                 {NumberFormat::GeneralUpper, 0.25, u"0.25"}};
     const auto expectRows = [&rows]() {
         for (const auto& row : rows) {
-            FormatterImpl impl(1033);
+            NumberSettings impl;
             impl.SetNumber(row.format);
             EXPECT_EQ(Render(impl, row.value).text, row.text) << row.value;
         }

@@ -26,13 +26,14 @@ TEST(OutOfMemory, ReplacingASymbolStringKeepsTheOldOneOrTheNewOne) {
     bool succeeded = false;
     for (long allowed = 0; !succeeded && allowed < 2000; ++allowed) {
         FormatterImpl formatter(1033);
-        ASSERT_EQ(formatter.SetSymbolParsingString(kFeetInchesFraction, u"{0} ft {1} in"),
+        ASSERT_EQ(formatter.SetSymbolString(SymbolStrings::Use::Parsing, kFeetInchesFraction,
+                                            u"{0} ft {1} in"),
                   ErrorCode::Success);
         bool threw = false;
         MensuraTest::FailAfter(allowed);
         try {
-            succeeded = formatter.SetSymbolParsingString(
-                            kFeetInchesFraction, u"{0} feet {1} inches") == ErrorCode::Success;
+            succeeded = formatter.SetSymbolString(SymbolStrings::Use::Parsing, kFeetInchesFraction,
+                                                  u"{0} feet {1} inches") == ErrorCode::Success;
         } catch (const std::bad_alloc&) {
             threw = true;
         }
@@ -55,15 +56,16 @@ TEST(OutOfMemory, ANewSymbolStringIsThereWholeOrNotAtAll) {
         FormatterImpl formatter(1033);
         MensuraTest::FailAfter(allowed);
         try {
-            succeeded = formatter.SetSymbolParsingString(kFeetInchesFraction, u"{0} ft {1} in") ==
-                        ErrorCode::Success;
+            succeeded = formatter.SetSymbolString(SymbolStrings::Use::Parsing, kFeetInchesFraction,
+                                                  u"{0} ft {1} in") == ErrorCode::Success;
         } catch (const std::bad_alloc&) {
         }
         MensuraTest::FailAfter(-1);
         EXPECT_EQ(Read(formatter, u"5 ft 6 1/4 in"), succeeded ? 66.25 : -1.0) << allowed;
         char16_t stored[32];
-        EXPECT_EQ(formatter.GetSymbolParsingString(kFeetInchesFraction, stored, 32),
-                  succeeded ? ErrorCode::Success : ErrorCode::NotSet)
+        EXPECT_EQ(
+            formatter.GetSymbolString(SymbolStrings::Use::Parsing, kFeetInchesFraction, stored, 32),
+            succeeded ? ErrorCode::Success : ErrorCode::NotSet)
             << allowed;
     }
     EXPECT_TRUE(succeeded);

@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "support/same_bits.h"
-#include "units/unit_catalog.h"
+#include "units/unit_table.h"
 
 namespace Mensura {
 namespace {
@@ -67,8 +67,8 @@ constexpr int kTypeOfFactorOne[68] = {1, 1, 1, 24, 1, 1, 1, 1, 1, 0, 0, 0, 1, 1,
                                       1, 1, 1, 1,  1, 1, 2, 1, 0, 1, 1, 3, 0, 1, 1, 1,  1,
                                       1, 1, 1, 1,  1, 1, 1, 0, 0, 1, 1, 1, 1, 1, 1, 2,  2};
 
-const UnitCatalog& Catalog() {
-    return UnitCatalog::Instance();
+const UnitTable& Catalog() {
+    return UnitTable::Instance();
 }
 
 const UnitConverter& At(int group, int type) {
@@ -316,8 +316,7 @@ TEST(DimensionIndex, NamesAGroupOnlyWhereExactlyOneGroupHasTheExponents) {
     EXPECT_EQ(named, 37);
     EXPECT_EQ(Catalog().FindGroupByDimensions({1, 0, 0, 0, 0, 0, 0}), 0x2000);
     EXPECT_EQ(Catalog().FindGroupByDimensions({9, 9, 9, 9, 9, 9, 9}), 0);
-    const int exponents[7] = {0, 0, 1, 0, 0, 0, 0};
-    EXPECT_EQ(Catalog().FindGroupByDimensions(exponents), 0x2C000);
+    EXPECT_EQ(Catalog().FindGroupByDimensions({0, 0, 1, 0, 0, 0, 0}), 0x2C000);
 }
 
 }  // namespace

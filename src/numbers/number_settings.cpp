@@ -1,6 +1,5 @@
-// The settings of a formatter, and the table of number tokens kept in step
-// with them.
-#include "api/formatter_impl.h"
+// The number settings, and the table of number tokens kept in step with them.
+#include "numbers/number_settings.h"
 
 #include <algorithm>
 
@@ -21,14 +20,12 @@ void CopyTruncated(const std::u16string& text, char16_t* buffer, std::size_t siz
 
 }  // namespace
 
-FormatterImpl::FormatterImpl(int locale)
+NumberSettings::NumberSettings()
     : nativeDigits{u'0', u'1', u'2', u'3', u'4', u'5', u'6', u'7', u'8', u'9'},
       negativeSign(u"-"),
       groupSeparator(u","),
       decimalSeparator(u"."),
-      groupSizes{3},
-      localeId(locale == kSimplifiedChinese ? kSimplifiedChinese : kEnglish),
-      languageIndex(locale == kSimplifiedChinese ? 1 : 0) {
+      groupSizes{3} {
     for (int d = 0; d < 10; ++d) {
         const char16_t digit[] = {nativeDigits[d], 0};
         numberTokens.InsertOrAssign(digit, NumberToken::Digit(d));
@@ -42,7 +39,7 @@ FormatterImpl::FormatterImpl(int locale)
     IndexTokens();
 }
 
-void FormatterImpl::ReplaceToken(std::u16string& setting, const char16_t* text, int code) {
+void NumberSettings::ReplaceToken(std::u16string& setting, const char16_t* text, int code) {
     numberTokens.Erase(setting.c_str());
     setting = text;
     numberTokens.InsertOrAssign(setting.c_str(), code);
@@ -52,7 +49,7 @@ void FormatterImpl::ReplaceToken(std::u16string& setting, const char16_t* text, 
     IndexTokens();
 }
 
-void FormatterImpl::IndexTokens() {
+void NumberSettings::IndexTokens() {
     emptyToken = numberTokens.FindLongest(u"", nullptr);
     asciiTokens.fill(kNoToken);
     otherTokenStarts = false;
@@ -80,11 +77,11 @@ void FormatterImpl::IndexTokens() {
     }
 }
 
-void FormatterImpl::GetNativeDigits(char16_t* digits) const {
+void NumberSettings::GetNativeDigits(char16_t* digits) const {
     std::copy(nativeDigits.begin(), nativeDigits.end(), digits);
 }
 
-ErrorCode FormatterImpl::SetNativeDigits(const char16_t* digits) {
+ErrorCode NumberSettings::SetNativeDigits(const char16_t* digits) {
     if (digits == nullptr) return ErrorCode::Failure;
     std::array<char16_t, 10> sorted;
     std::copy_n(digits, sorted.size(), sorted.begin());
@@ -106,54 +103,54 @@ ErrorCode FormatterImpl::SetNativeDigits(const char16_t* digits) {
     return ErrorCode::Success;
 }
 
-void FormatterImpl::GetPositiveSign(char16_t* buffer, std::size_t size) const {
+void NumberSettings::GetPositiveSign(char16_t* buffer, std::size_t size) const {
     CopyTruncated(positiveSign, buffer, size);
 }
 
-void FormatterImpl::GetNegativeSign(char16_t* buffer, std::size_t size) const {
+void NumberSettings::GetNegativeSign(char16_t* buffer, std::size_t size) const {
     CopyTruncated(negativeSign, buffer, size);
 }
 
-void FormatterImpl::GetNumberGroupSeparator(char16_t* buffer, std::size_t size) const {
+void NumberSettings::GetNumberGroupSeparator(char16_t* buffer, std::size_t size) const {
     CopyTruncated(groupSeparator, buffer, size);
 }
 
-void FormatterImpl::GetNumberDecimalSeparator(char16_t* buffer, std::size_t size) const {
+void NumberSettings::GetNumberDecimalSeparator(char16_t* buffer, std::size_t size) const {
     CopyTruncated(decimalSeparator, buffer, size);
 }
 
-void FormatterImpl::SetPositiveSign(const char16_t* text) {
+void NumberSettings::SetPositiveSign(const char16_t* text) {
     if (text != nullptr) ReplaceToken(positiveSign, text, NumberToken::PositiveSign);
 }
 
-void FormatterImpl::SetNegativeSign(const char16_t* text) {
+void NumberSettings::SetNegativeSign(const char16_t* text) {
     if (text != nullptr) ReplaceToken(negativeSign, text, NumberToken::NegativeSign);
 }
 
-ErrorCode FormatterImpl::SetNumberGroupSeparator(const char16_t* text) {
+ErrorCode NumberSettings::SetNumberGroupSeparator(const char16_t* text) {
     if (text == nullptr || *text == 0) return ErrorCode::Failure;
     ReplaceToken(groupSeparator, text, NumberToken::GroupSeparator);
     return ErrorCode::Success;
 }
 
-ErrorCode FormatterImpl::SetNumberDecimalSeparator(const char16_t* text) {
+ErrorCode NumberSettings::SetNumberDecimalSeparator(const char16_t* text) {
     if (text == nullptr || *text == 0) return ErrorCode::Failure;
     ReplaceToken(decimalSeparator, text, NumberToken::DecimalSeparator);
     return ErrorCode::Success;
 }
 
-ErrorCode FormatterImpl::SetNumberDecimalDigits(int digits) {
+ErrorCode NumberSettings::SetNumberDecimalDigits(int digits) {
     if (digits < 0 || digits > kMaxDecimalDigits) return ErrorCode::Failure;
     decimalDigits = digits;
     return ErrorCode::Success;
 }
 
-std::size_t FormatterImpl::GetNumberGroupSizes(int* sizes) const {
+std::size_t NumberSettings::GetNumberGroupSizes(int* sizes) const {
     if (sizes != nullptr) std::copy(groupSizes.begin(), groupSizes.end(), sizes);
     return groupSizes.size();
 }
 
-ErrorCode FormatterImpl::SetNumberGroupSizes(const int* sizes, int count) {
+ErrorCode NumberSettings::SetNumberGroupSizes(const int* sizes, int count) {
     if (sizes == nullptr || count < 1) return ErrorCode::Failure;
     for (int i = 0; i < count; ++i) {
         const int lowest = i + 1 < count ? 1 : 0;

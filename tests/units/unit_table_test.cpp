@@ -1,6 +1,6 @@
-// Lookups of the catalogue by unit id: every field out of range is an
+// Lookups of the table of units by unit id: every field out of range is an
 // ordinary not-found, the extreme values included.
-#include "units/unit_catalog.h"
+#include "units/unit_table.h"
 
 #include <gtest/gtest.h>
 
@@ -9,8 +9,8 @@
 namespace Mensura {
 namespace {
 
-const UnitCatalog& Catalog() {
-    return UnitCatalog::Instance();
+const UnitTable& Catalog() {
+    return UnitTable::Instance();
 }
 
 TEST(FindConverter, NeedsBothGroupAndType) {

@@ -1,58 +1,37 @@
-#include "units/unit_catalog.h"
+#include "catalogue/unit_catalog.h"
 
 #include "notations/format_symbol.h"
-#include "grammar/parse_symbol.h"
 
 namespace Mensura {
 
-// The most bytes that each builder takes from the catalogue's memory.
-std::size_t ConversionTableBytes();
+// The most bytes that the vocabularies take from the catalogue's memory.
 std::size_t VocabularyBytes();
-void FillConversionTable(UnitCatalog& catalog);
 void RegisterVocabulary(UnitCatalog& catalog);
 
-UnitCatalog::UnitCatalog() : UnitCatalog(ConversionTableBytes() + VocabularyBytes()) {
+UnitCatalog::UnitCatalog(const UnitTable& units)
+    : table(units),
+      arena(VocabularyBytes()),
+      firstSymbol(arena.Resource()),
+      symbols{std::pmr::vector<SymbolSlot>(arena.Resource()),
+              std::pmr::vector<SymbolSlot>(arena.Resource())},
+      groupNames{std::pmr::vector<const char16_t*>(arena.Resource()),
+                 std::pmr::vector<const char16_t*>(arena.Resource())},
+      dictionary(arena.Resource()) {
     RegisterVocabulary(*this);
 }
 
-UnitCatalog::UnitCatalog(ConversionsOnlyTag) : UnitCatalog(ConversionTableBytes()) {}
-
-UnitCatalog::UnitCatalog(std::size_t bytes)
-    // The block is not cleared: every object made in it writes its own bytes.
-    : block(new unsigned char[bytes]),
-      memory(block.get(), bytes, std::pmr::new_delete_resource()),
-      converters(&memory),
-      firstSymbol(&memory),
-      symbols{std::pmr::vector<SymbolSlot>(&memory), std::pmr::vector<SymbolSlot>(&memory)},
-      groupNames{std::pmr::vector<const char16_t*>(&memory),
-                 std::pmr::vector<const char16_t*>(&memory)},
-      dictionary(&memory) {
-    FillConversionTable(*this);
-}
-
 UnitCatalog::~UnitCatalog() {
-    // Converters go first, then the symbols language by language, then the
-    // operators; the dictionary only points at them. The memory of all of
-    // them goes with the block, last.
-    converterIndex.fill(GroupSlots{});
-    converters.clear();
+    // The symbols go language by language, then the operators; the
+    // dictionary only points at them. The memory of all of them goes with
+    // the arena, last.
     for (auto& language : symbols) language.clear();
     operators.clear();
-    dimensionIndex.Clear();
-}
-
-void UnitCatalog::DestroyInPlace::operator()(UnitConverter* converter) const {
-    converter->~UnitConverter();
-}
-
-void UnitCatalog::DestroyInPlace::operator()(ISymbol* symbol) const {
-    symbol->~ISymbol();
 }
 
 const ISymbol* UnitCatalog::FindSymbol(int id, int language) const {
     if (static_cast<unsigned>(language) >= static_cast<unsigned>(kLanguages)) return nullptr;
     std::size_t place = 0;
-    if (!TypePlace(id, place) || place + 1 >= firstSymbol.size()) return nullptr;
+    if (!table.TypePlace(id, place) || place + 1 >= firstSymbol.size()) return nullptr;
     const std::uint32_t symbol = UnitId::SymbolIndex(id);
     if (symbol >= firstSymbol[place + 1] - firstSymbol[place]) return nullptr;
     return symbols[language][firstSymbol[place] + symbol].get();
@@ -60,7 +39,7 @@ const ISymbol* UnitCatalog::FindSymbol(int id, int language) const {
 
 std::size_t UnitCatalog::ListUnitSymbols(int id, int* ids) const {
     std::size_t place = 0;
-    if (!TypePlace(id, place) || place + 1 >= firstSymbol.size()) return 0;
+    if (!table.TypePlace(id, place) || place + 1 >= firstSymbol.size()) return 0;
     const std::size_t count = firstSymbol[place + 1] - firstSymbol[place];
     if (ids != nullptr) {
         for (std::size_t i = 0; i < count; ++i) ids[i] = (static_cast<int>(i + 1) << 20) | id;
@@ -94,27 +73,6 @@ ErrorCode UnitCatalog::CopyDisplayName(int id, char16_t* buffer, std::size_t siz
     if (size <= length) return ErrorCode::Failure;
     for (std::size_t i = 0; i <= length; ++i) buffer[i] = text[i];
     return ErrorCode::Success;
-}
-
-void UnitCatalog::RegisterDimensions(const Dimensions& exponents, int group) {
-    // The 68 groups of the conversion table fit with room to spare.
-    dimensionIndex.Register(exponents, group);
-}
-
-int UnitCatalog::FindGroupByDimensions(const int (&exponents)[7]) const {
-    Dimensions key;
-    for (std::size_t i = 0; i < key.size(); ++i) key[i] = exponents[i];
-    return FindGroupByDimensions(key);
-}
-
-std::size_t UnitCatalog::ListUnitTypes(int group, int* ids) const {
-    const std::uint32_t index = UnitId::GroupIndex(group);
-    if (index >= groupCount) return 0;
-    const std::size_t count = converterIndex[index + 1].count;
-    if (ids != nullptr) {
-        for (std::size_t i = 0; i < count; ++i) ids[i] = static_cast<int>(i + 1) | group;
-    }
-    return count;
 }
 
 }  // namespace Mensura

@@ -1,0 +1,223 @@
+// Every flat function of mensura.h: the C face of the library on its C++
+// classes.
+//
+// The flat functions are called from C, which no exception may reach. What
+// can throw behind them is an allocation that fails: it ends at the boundary
+// as Failure, after the library has put its state back.
+#include <cstdint>
+#include <limits>
+
+#include "api/display_name_cache.h"
+#include "catalogue/unit_catalog.h"
+#include "mensura/mensura.h"
+#include "mensura/mensura.hpp"
+
+using Mensura::Converter;
+using Mensura::ErrorCode;
+using Mensura::Formatter;
+using Mensura::NumberFormat;
+using Mensura::UnitCatalog;
+
+namespace {
+
+template <typename Body>
+int CallFromC(Body body) noexcept {
+    try {
+        return body();
+    } catch (...) {
+        return static_cast<int>(ErrorCode::Failure);
+    }
+}
+
+// Selectors of FormatterNumberSetting.
+enum NumberSetting : int {
+    GetNativeDigits = 0,
+    SetNativeDigits = 1,
+    SetNativeDigitsToo = 2,
+    GetNegativeSign = 3,
+    SetNegativeSign = 4,
+    GetDecimalDigits = 5,
+    SetDecimalDigits = 6,
+    GetDecimalSeparator = 7,
+    SetDecimalSeparator = 8,
+    GetNumber = 9,
+    SetNumber = 10,
+    GetGroupSeparator = 11,
+    SetGroupSeparator = 12,
+    GetGroupSizes = 13,
+    SetGroupSizes = 14,
+    GetPositiveSign = 15,
+    SetPositiveSign = 16,
+};
+
+// Selectors of FormatterSymbolStringSetting.
+enum SymbolStringSetting : int {
+    GetFormattingString = 1,
+    SetFormattingString = 2,
+    GetParsingString = 3,
+    SetParsingString = 4,
+};
+
+int Result(ErrorCode code) {
+    return static_cast<int>(code);
+}
+
+int ApplyNumberSetting(MensuraFormatter* formatter, int selector, void* data, size_t size);
+int ApplySymbolStringSetting(MensuraFormatter* formatter, int selector, int symbol,
+                             MensuraChar16* data, size_t size);
+
+}  // namespace
+
+extern "C" {
+int Convert(double value, int from, double* out, int to) {
+    if (out == nullptr) return static_cast<int>(ErrorCode::Failure);
+    return static_cast<int>(Converter::Convert(value, from, *out, to));
+}
+
+double ConversionFactor(int from, int to) {
+    return Converter::Factor(from, to);
+}
+
+size_t GetUnitGroups(int* ids) {
+    return Converter::GetUnitGroups(ids);
+}
+
+size_t GetUnitTypes(int group, int* ids) {
+    return Converter::GetUnitTypes(group, ids);
+}
+
+size_t GetUnitSymbols(int id, int* ids) {
+    return UnitCatalog::Instance().ListUnitSymbols(id, ids);
+}
+
+int GetDisplayName(int locale, int id, MensuraChar16* buffer, size_t size) {
+    if (buffer == nullptr) return static_cast<int>(ErrorCode::Failure);
+    const int language = Mensura::DisplayNameCache::Instance().LanguageOf(locale);
+    return static_cast<int>(UnitCatalog::Instance().CopyDisplayName(id, buffer, size, language));
+}
+
+int FindUnit(const MensuraChar16* text, int* unit) {
+    if (unit == nullptr) return static_cast<int>(Mensura::ErrorCode::Failure);
+    return static_cast<int>(Mensura::Formatter::FindUnit(text, *unit));
+}
+
+MensuraFormatter* CreateFormatter(int locale) {
+    try {
+        return new Formatter(locale);
+    } catch (...) {
+        return nullptr;  // out of memory
+    }
+}
+
+void DestroyFormatter(MensuraFormatter* formatter) {
+    delete formatter;
+}
+
+int Parse(MensuraFormatter* formatter, const MensuraChar16* text, double* value, int unit) {
+    if (formatter == nullptr || text == nullptr || value == nullptr) {
+        return Result(ErrorCode::Failure);
+    }
+    return CallFromC([&] { return Result(formatter->Parse(text, *value, unit)); });
+}
+
+int Format(MensuraFormatter* formatter, double value, int unit, MensuraChar16* buffer, size_t size,
+           int symbol, double* converted) {
+    if (formatter == nullptr || buffer == nullptr || converted == nullptr) {
+        return Result(ErrorCode::Failure);
+    }
+    return CallFromC(
+        [&] { return Result(formatter->Format(value, unit, buffer, size, symbol, converted)); });
+}
+
+int FormatterNumberSetting(MensuraFormatter* formatter, int selector, void* data, size_t size) {
+    return CallFromC([&] { return ApplyNumberSetting(formatter, selector, data, size); });
+}
+
+int FormatterSymbolStringSetting(MensuraFormatter* formatter, int selector, int symbol,
+                                 MensuraChar16* data, size_t size) {
+    return CallFromC(
+        [&] { return ApplySymbolStringSetting(formatter, selector, symbol, data, size); });
+}
+
+}  // extern "C"
+
+namespace {
+
+int ApplyNumberSetting(MensuraFormatter* formatter, int selector, void* data, size_t size) {
+    if (formatter == nullptr || data == nullptr) return Result(ErrorCode::Failure);
+    auto* const text = static_cast<char16_t*>(data);
+    auto* const number = static_cast<std::int32_t*>(data);
+    switch (selector) {
+        case GetNativeDigits:
+            formatter->GetNativeDigits(text);
+            return Result(ErrorCode::Success);
+        case SetNativeDigits:
+        case SetNativeDigitsToo:
+            return Result(formatter->SetNativeDigits(text));
+        case GetNegativeSign:
+            formatter->GetNegativeSign(text, size);
+            return Result(ErrorCode::Success);
+        case SetNegativeSign:
+            formatter->SetNegativeSign(text);
+            return Result(ErrorCode::Success);
+        case GetDecimalDigits:
+            *number = formatter->GetNumberDecimalDigits();
+            return Result(ErrorCode::Success);
+        case SetDecimalDigits:
+            return Result(formatter->SetNumberDecimalDigits(*number));
+        case GetDecimalSeparator:
+            formatter->GetNumberDecimalSeparator(text, size);
+            return Result(ErrorCode::Success);
+        case SetDecimalSeparator:
+            return Result(formatter->SetNumberDecimalSeparator(text));
+        case GetNumber:
+            *number = static_cast<std::int32_t>(formatter->GetNumber());
+            return Result(ErrorCode::Success);
+        case SetNumber:
+            formatter->SetNumber(static_cast<NumberFormat>(*number));
+            return Result(ErrorCode::Success);
+        case GetGroupSeparator:
+            formatter->GetNumberGroupSeparator(text, size);
+            return Result(ErrorCode::Success);
+        case SetGroupSeparator:
+            return Result(formatter->SetNumberGroupSeparator(text));
+        case GetGroupSizes:
+            // size 0 asks for the count; any other size receives all the sizes.
+            if (size == 0) {
+                *static_cast<std::uint64_t*>(data) = formatter->GetNumberGroupSizes(nullptr);
+            } else {
+                formatter->GetNumberGroupSizes(number);
+            }
+            return Result(ErrorCode::Success);
+        case SetGroupSizes:
+            if (size > static_cast<size_t>(std::numeric_limits<int>::max())) {
+                return Result(ErrorCode::Failure);
+            }
+            return Result(formatter->SetNumberGroupSizes(number, static_cast<int>(size)));
+        case GetPositiveSign:
+            formatter->GetPositiveSign(text, size);
+            return Result(ErrorCode::Success);
+        case SetPositiveSign:
+            formatter->SetPositiveSign(text);
+            return Result(ErrorCode::Success);
+    }
+    return Result(ErrorCode::Failure);
+}
+
+int ApplySymbolStringSetting(MensuraFormatter* formatter, int selector, int symbol,
+                             MensuraChar16* data, size_t size) {
+    if (formatter == nullptr || data == nullptr) return Result(ErrorCode::Failure);
+    switch (selector) {
+        case GetFormattingString:
+            return Result(formatter->GetSymbolFormattingString(symbol, data, size));
+        case SetFormattingString:
+            return Result(formatter->SetSymbolFormattingString(symbol, data));
+        case GetParsingString:
+            return Result(formatter->GetSymbolParsingString(symbol, data, size));
+        case SetParsingString:
+            return Result(formatter->SetSymbolParsingString(symbol, data));
+    }
+    return Result(ErrorCode::Failure);
+}
+
+}  // namespace

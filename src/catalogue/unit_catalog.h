@@ -1,0 +1,80 @@
+// The one process-wide catalogue of symbols, built on the table of units: the
+// symbols of both languages, the group names, the operators and the parse
+// dictionary. Built once at library load and read-only after that, so every
+// reader may use it from any thread without a lock.
+#ifndef MENSURA_CATALOGUE_UNIT_CATALOG_H
+#define MENSURA_CATALOGUE_UNIT_CATALOG_H
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <memory_resource>
+#include <vector>
+
+#include "base/arena.h"
+#include "base/radix_tree.h"
+#include "mensura/mensura.hpp"
+#include "units/unit_table.h"
+
+namespace Mensura {
+
+class ISymbol;
+class IParseSymbol;
+
+class UnitCatalog {
+public:
+    // Builds the symbols of both languages and the parse dictionary on
+    // `table`, which must outlive the catalogue.
+    explicit UnitCatalog(const UnitTable& table = UnitTable::Instance());
+    ~UnitCatalog();
+    UnitCatalog(const UnitCatalog&) = delete;
+    UnitCatalog& operator=(const UnitCatalog&) = delete;
+
+    // The catalogue of this process.
+    static const UnitCatalog& Instance() { return s_instance; }
+
+    // The table of units that the symbols name.
+    const UnitTable& Units() const { return table; }
+
+    static constexpr int kLanguages = 2;  // 0 English, 1 Simplified Chinese
+
+    // The symbol of a complete symbol id in a language, or null when the
+    // language or any field is out of range.
+    const ISymbol* FindSymbol(int id, int language) const;
+    // Writes the symbol ids of the unit type of `id` (its bits merged into
+    // every element) when ids is not null, and returns their count; 0 unless
+    // id holds a known group and type.
+    std::size_t ListUnitSymbols(int id, int* ids) const;
+    // Copies the display name of a group, unit type or symbol id with its
+    // terminator. Failure when buffer is null, the id or language is unknown,
+    // or size is not above the text's length (the buffer is then untouched).
+    ErrorCode CopyDisplayName(int id, char16_t* buffer, std::size_t size, int language) const;
+
+    // Every key of every language and every operator, to the symbol that reads it.
+    const RadixTree<const IParseSymbol*>& Dictionary() const { return dictionary; }
+
+private:
+    friend class VocabularyBuilder;
+    static UnitCatalog s_instance;
+
+    const UnitTable& table;
+    // Everything that the catalogue keeps, its symbols, arrays and
+    // dictionary, lives in its arena.
+    Arena arena;
+    using SymbolSlot = std::unique_ptr<ISymbol, DestroyInPlace>;
+
+    // The symbols of each language in one array, type after type in the order
+    // of the table's places; the symbols of the type at place p stand from
+    // firstSymbol[p] up to firstSymbol[p + 1]. Both languages have the same
+    // shape.
+    std::pmr::vector<std::uint32_t> firstSymbol;
+    std::array<std::pmr::vector<SymbolSlot>, kLanguages> symbols;
+    std::array<std::pmr::vector<const char16_t*>, kLanguages> groupNames;
+    std::vector<std::unique_ptr<IParseSymbol>> operators;
+    RadixTree<const IParseSymbol*> dictionary;
+};
+
+}  // namespace Mensura
+
+#endif  // MENSURA_CATALOGUE_UNIT_CATALOG_H

@@ -1,0 +1,165 @@
+// The number settings of a formatter as one object: digits, signs,
+// separators, grouping, decimals and style, with the table of number tokens
+// that follows them. It renders a double as text (RenderNumber) and scans the
+// number at the start of a text (ScanNumber), both by these settings and
+// never by the process's locale.
+#ifndef MENSURA_NUMBERS_NUMBER_SETTINGS_H
+#define MENSURA_NUMBERS_NUMBER_SETTINGS_H
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "base/radix_tree.h"
+#include "mensura/mensura.hpp"
+
+namespace Mensura {
+
+// The mode bits of RenderNumber.
+namespace RenderMode {
+// Precision 0 in place of the decimal digits setting.
+constexpr unsigned WholeNumber = 1u << 0;
+// A value that is zero gets the negative sign in front. A caller that has
+// split a negative value into parts uses it for a leading part of 0.
+constexpr unsigned SignOnZero = 1u << 1;
+}  // namespace RenderMode
+
+// The codes of NumberTokens. A code's token class is (code - 4) / 4: the
+// digit value 0 to 9, then 10 for the group separator, 11 the decimal
+// separator, 12 the positive sign, 13 the negative sign and 14 the exponent
+// letter. 0 is no token.
+namespace NumberToken {
+constexpr int None = 0;
+constexpr int Digit(int digit) {
+    return 4 * (digit + 1);
+}
+constexpr int GroupSeparator = 44;
+constexpr int DecimalSeparator = 48;
+constexpr int PositiveSign = 52;
+constexpr int NegativeSign = 56;
+constexpr int Exponent = 60;
+}  // namespace NumberToken
+
+// From the text of a number token to its code. A text holds one code: when
+// two settings share a text the last one set wins, and erasing either erases
+// it for both.
+using NumberTokenTree = RadixTree<int>;
+
+class NumberSettings {
+public:
+    // The same defaults in both languages: ASCII digits, "-" and no positive
+    // sign, "," in groups of 3, "." and 2 decimals, style Number.
+    NumberSettings();
+    NumberSettings(const NumberSettings&) = delete;
+    NumberSettings& operator=(const NumberSettings&) = delete;
+
+    // Writes the ten digit units, no terminator.
+    void GetNativeDigits(char16_t* digits) const;
+    // Reads ten units, terminator or not. Failure, with nothing changed, when
+    // two of them are equal.
+    ErrorCode SetNativeDigits(const char16_t* digits);
+
+    // The text getters copy into buffer of `size` units and always leave a
+    // terminator in it: a text that does not fit is cut to size - 1 units.
+    // A size of 0 writes nothing.
+    void GetPositiveSign(char16_t* buffer, std::size_t size) const;
+    void GetNegativeSign(char16_t* buffer, std::size_t size) const;
+    void GetNumberGroupSeparator(char16_t* buffer, std::size_t size) const;
+    void GetNumberDecimalSeparator(char16_t* buffer, std::size_t size) const;
+    // An empty sign is accepted; a null one changes nothing.
+    void SetPositiveSign(const char16_t* text);
+    void SetNegativeSign(const char16_t* text);
+    // Failure, with nothing changed, for a null or empty text.
+    ErrorCode SetNumberGroupSeparator(const char16_t* text);
+    ErrorCode SetNumberDecimalSeparator(const char16_t* text);
+
+    int GetNumberDecimalDigits() const { return decimalDigits; }
+    // Accepts 0 to 99.
+    ErrorCode SetNumberDecimalDigits(int digits);
+    // Returns the count; copies all sizes first when sizes is not null.
+    std::size_t GetNumberGroupSizes(int* sizes) const;
+    // count at least 1, every size but the last 1 to 9, the last 0 to 9.
+    ErrorCode SetNumberGroupSizes(const int* sizes, int count);
+    NumberFormat GetNumber() const { return numberFormat; }
+    // Stored unchecked: a style outside 0 to 5 makes rendering fail.
+    void SetNumber(NumberFormat format) { numberFormat = format; }
+
+    const NumberTokenTree& NumberTokens() const { return numberTokens; }
+
+    // Renders value into buffer by the settings, with the RenderMode bits.
+    // Writes no terminator. Returns the number of units written plus 1, so
+    // the caller goes on writing at the result minus 1; or -1 when buffer is
+    // null, capacity is 0, the style is unknown or the text does not fit (the
+    // digits need room for a sign and a terminator besides: 1.00 needs a
+    // capacity of 6). `decimals`, when not negative, takes the place of the
+    // decimal digits setting for this one number; WholeNumber still wins over
+    // it. The settings never change.
+    static constexpr int kSettingsDecimals = -1;
+    std::int64_t RenderNumber(double value, char16_t* buffer, std::size_t capacity, unsigned mode,
+                              int decimals = kSettingsDecimals) const;
+
+    // The length of the number at the start of text by these digits, signs
+    // and separators; 0 when none stands there, -1 when value is null. Writes
+    // value and *flags (the NumberFlags seen) only for a number. Most places
+    // of a text hold a unit or an operator, which the first look turns away
+    // without a call.
+    std::int64_t ScanNumber(const char16_t* text, double* value, std::uint32_t* flags) const {
+        if (value == nullptr) return -1;
+        // Only an empty sign could stand here, and a sign alone is no number;
+        // no token begins with the terminator.
+        if (text == nullptr || !MayStartToken(*text)) return 0;
+        return ReadNumber(text, value, flags);
+    }
+
+private:
+    // The scanner behind ScanNumber's first look.
+    std::int64_t ReadNumber(const char16_t* text, double* value, std::uint32_t* flags) const;
+    // Erases the old text from NumberTokens, stores the new one, and inserts
+    // it with code.
+    void ReplaceToken(std::u16string& setting, const char16_t* text, int code);
+    // Fills the scanner's table from NumberTokens and the settings.
+    void IndexTokens();
+    // Whether a token of some length may begin with unit: when not, the
+    // scanner finds at most an empty sign there, and no number.
+    bool MayStartToken(char16_t unit) const {
+        return unit < 128 ? asciiTokens[unit] != kNoToken : otherTokenStarts;
+    }
+    // What NumberTokens finds at the start of text, which is not empty.
+    int TokenAt(const char16_t* text) const {
+        const char16_t unit = *text;
+        if (unit < 128) {
+            const std::int8_t code = asciiTokens[unit];
+            if (code >= 0) return code;
+            if (code == kNoToken) return emptyToken;
+        } else if (!otherTokenStarts) {
+            return emptyToken;
+        }
+        return numberTokens.FindLongest(text, nullptr);
+    }
+
+    std::array<char16_t, 10> nativeDigits;
+    std::u16string positiveSign;
+    std::u16string negativeSign;
+    std::u16string groupSeparator;
+    std::u16string decimalSeparator;
+    NumberFormat numberFormat = NumberFormat::Number;
+    int decimalDigits = 2;
+    std::vector<int> groupSizes;  // nearest the decimal point first; the last repeats
+    NumberTokenTree numberTokens;
+    // The scanner asks for a token at every place of a text, and nearly
+    // always at a unit that is a whole token or none: for the units below
+    // 128 this table holds the token's code, kNoToken where no token begins,
+    // and kLongerToken where a token of several units does, which NumberTokens
+    // then reads. It follows every setter.
+    static constexpr std::int8_t kNoToken = -1;
+    static constexpr std::int8_t kLongerToken = -2;
+    std::array<std::int8_t, 128> asciiTokens{};
+    bool otherTokenStarts = false;       // some token begins with a unit of 128 or more
+    int emptyToken = NumberToken::None;  // the code of the empty text: an empty sign
+};
+
+}  // namespace Mensura
+
+#endif  // MENSURA_NUMBERS_NUMBER_SETTINGS_H

@@ -1,0 +1,146 @@
+// The number scanner: the number at the start of a text, read token by token
+// by the settings, as far as a number reaches.
+#include <cmath>
+
+#include "base/number_flags.h"
+#include "numbers/number_settings.h"
+
+namespace Mensura {
+
+std::int64_t NumberSettings::ReadNumber(const char16_t* text, double* value,
+                                        std::uint32_t* flagsOut) const {
+    enum class State {
+        Start,
+        Signed,
+        Integer,
+        Point,
+        Fraction,
+        ExponentMark,
+        ExponentSign,
+        Exponent,
+        Stop
+    };
+    double whole = 0.0, fraction = 0.0, divisor = 1.0, exponent = 0.0;
+    double sign = 1.0, exponentSign = 1.0;
+    std::uint32_t flags = 0;
+    std::size_t consumed = 0;
+    std::size_t position = 0;
+    State state = State::Start;
+
+    int code = TokenAt(text);
+    while (code != NumberToken::None) {
+        const int tokenClass = (code - 4) / 4;
+        std::size_t length = 1;
+        switch (code) {
+            case NumberToken::GroupSeparator:
+                length = groupSeparator.size();
+                break;
+            case NumberToken::DecimalSeparator:
+                length = decimalSeparator.size();
+                break;
+            case NumberToken::PositiveSign:
+                length = positiveSign.size();
+                break;
+            case NumberToken::NegativeSign:
+                length = negativeSign.size();
+                break;
+            default:
+                break;
+        }
+        const bool digit = tokenClass <= 9;
+        const double digitValue = digit ? tokenClass : 0.0;
+        State next = State::Stop;
+        switch (state) {
+            case State::Start:
+            case State::Signed:
+                if (digit) {
+                    flags |= NumberFlags::IntegerDigits;
+                    whole = whole * 10 + digitValue;
+                    next = State::Integer;
+                } else if (code == NumberToken::DecimalSeparator) {
+                    flags |= NumberFlags::PointSeen;
+                    next = State::Point;
+                } else if (state == State::Start && code == NumberToken::PositiveSign) {
+                    flags |= NumberFlags::PlusSign;
+                    next = State::Signed;
+                } else if (state == State::Start && code == NumberToken::NegativeSign) {
+                    flags |= NumberFlags::MinusSign;
+                    sign = -1.0;
+                    next = State::Signed;
+                }
+                break;
+            case State::Integer:
+                if (digit) {
+                    whole = whole * 10 + digitValue;
+                    next = State::Integer;
+                } else if (code == NumberToken::GroupSeparator) {
+                    // Consumed even with no digit behind it.
+                    flags |= NumberFlags::GroupSeen;
+                    consumed = position + length;
+                    next = State::Integer;
+                } else if (code == NumberToken::DecimalSeparator) {
+                    flags |= NumberFlags::PointSeen;
+                    consumed = position + length;
+                    next = State::Point;
+                } else if (code == NumberToken::Exponent) {
+                    next = State::ExponentMark;
+                }
+                break;
+            case State::Point:
+            case State::Fraction:
+                if (digit) {
+                    flags |= NumberFlags::FractionDigits;
+                    fraction = fraction * 10 + digitValue;
+                    divisor *= 10.0;
+                    next = State::Fraction;
+                } else if (code == NumberToken::Exponent &&
+                           (state == State::Fraction || consumed > 0)) {
+                    next = State::ExponentMark;
+                }
+                break;
+            case State::ExponentMark:
+            case State::ExponentSign:
+                if (digit) {
+                    flags |= NumberFlags::ExponentDigits;
+                    exponent = exponent * 10 + digitValue;
+                    next = State::Exponent;
+                } else if (state == State::ExponentMark && code == NumberToken::PositiveSign) {
+                    flags |= NumberFlags::ExponentPlus;
+                    next = State::ExponentSign;
+                } else if (state == State::ExponentMark && code == NumberToken::NegativeSign) {
+                    flags |= NumberFlags::ExponentMinus;
+                    exponentSign = -1.0;
+                    next = State::ExponentSign;
+                }
+                break;
+            case State::Exponent:
+                if (digit) {
+                    exponent = exponent * 10 + digitValue;
+                    next = State::Exponent;
+                }
+                break;
+            case State::Stop:
+                break;
+        }
+        if (next == State::Stop) break;
+        position += length;
+        if (digit) consumed = position;
+        state = next;
+        if (text[position] == 0) break;
+        code = TokenAt(text + position);
+    }
+    if (consumed == 0) return 0;
+
+    // Only what the consumed length covers shows in the flags and the value.
+    if (!(flags & NumberFlags::ExponentDigits)) {
+        flags &= ~(NumberFlags::ExponentPlus | NumberFlags::ExponentMinus);
+        exponent = 0.0;
+    }
+    double result = (fraction / divisor + whole) * sign;
+    if (exponent != 0.0) result = std::pow(10.0, exponentSign * exponent) * result;
+    *value = result;
+    if (flagsOut != nullptr) *flagsOut = flags;
+    return static_cast<std::int64_t>(consumed);
+}
+
+}  // namespace Mensura
