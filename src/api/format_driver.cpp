@@ -38,9 +38,8 @@ ErrorCode FormatterImpl::Format(double value, const Dimensions& dims, char16_t* 
         }
     }
     if (renderer == nullptr) return ErrorCode::Failure;
-    const std::int64_t result = renderer->Render(value, dims, buffer, size, numbers);
-    if (result < 0) return static_cast<ErrorCode>(-result);
-    if (result == 0) return ErrorCode::Failure;
+    const Result result = renderer->Render(value, dims, buffer, size, numbers);
+    if (!result.Ok()) return result.code;
     if (converted != nullptr) {
         // The whole value in the symbol's unit, unrounded, whatever was rendered.
         if (const UnitConverter* unit = catalog.Units().FindConverter(resolved)) {

@@ -34,10 +34,10 @@ ErrorCode FormatterImpl::ParseToBase(const char16_t* text, double& value,
     while (*cursor != 0) {
         double number = 0.0;
         std::uint32_t flags = 0;
-        const std::int64_t length = numbers.ScanNumber(cursor, &number, &flags);
-        if (length <= 0) break;
+        const Result scanned = numbers.ScanNumber(cursor, &number, &flags);
+        if (!scanned.Ok()) break;
         list.PushBackNew<NumberSymbol>(number, flags);
-        cursor += length;
+        cursor += scanned.length;
     }
 
     // The caller's symbol strings come first. Once one of them has read the
@@ -51,10 +51,10 @@ ErrorCode FormatterImpl::ParseToBase(const char16_t* text, double& value,
     while (*cursor != 0) {
         double number = 0.0;
         std::uint32_t flags = 0;
-        const std::int64_t length = numbers.ScanNumber(cursor, &number, &flags);
-        if (length > 0) {
+        const Result scanned = numbers.ScanNumber(cursor, &number, &flags);
+        if (scanned.Ok()) {
             list.PushBackNew<NumberSymbol>(number, flags);
-            cursor += length;
+            cursor += scanned.length;
             continue;
         }
         std::size_t matched = 0;
@@ -64,7 +64,7 @@ ErrorCode FormatterImpl::ParseToBase(const char16_t* text, double& value,
         cursor += matched;
     }
 
-    if (EvaluateList(list, dimensions) != 0) {
+    if (EvaluateList(list, dimensions) != ErrorCode::Success) {
         // A bare number takes the default symbol of the target's group.
         if (list.size() != 1 || list.begin().symbol()->AsNumber() == nullptr) {
             return ErrorCode::ParseFailure;
@@ -74,7 +74,7 @@ ErrorCode FormatterImpl::ParseToBase(const char16_t* text, double& value,
         const IParseSymbol* symbol = found != nullptr ? found->AsParse() : nullptr;
         if (symbol == nullptr) return ErrorCode::Failure;
         list.PushBack(symbol);
-        if (EvaluateList(list, dimensions) != 0) return ErrorCode::ParseFailure;
+        if (EvaluateList(list, dimensions) != ErrorCode::Success) return ErrorCode::ParseFailure;
     }
     return ReadResult(list, value, dimensions);
 }

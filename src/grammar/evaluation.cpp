@@ -13,77 +13,80 @@ void StepBack(SymbolList& list, SymbolList::iterator& position) {
 
 }  // namespace
 
-int MakeResult(SymbolList& list, SymbolList::iterator number, const UnitConverter& converter) {
+ErrorCode MakeResult(SymbolList& list, SymbolList::iterator number,
+                     const UnitConverter& converter) {
     double base = 0.0;
     const Dimensions& dimensions = converter.GetDimensions();
     if (converter.DirectToBase(number.symbol()->AsNumber()->value, base, dimensions) !=
         ErrorCode::Success) {
-        return 1;
+        return ErrorCode::ParseFailure;
     }
     list.Replace<ResultSymbol>(number, dimensions, base);
-    return 0;
+    return ErrorCode::Success;
 }
 
-int JoinNumberBefore(SymbolList& list, SymbolList::iterator& position,
-                     const UnitConverter& converter) {
+ErrorCode JoinNumberBefore(SymbolList& list, SymbolList::iterator& position,
+                           const UnitConverter& converter) {
     const SymbolList::iterator self = position;
-    if (self == list.begin()) return 1;
+    if (self == list.begin()) return ErrorCode::ParseFailure;
     const SymbolList::iterator number = self.previous();
-    if (number.symbol()->AsNumber() == nullptr) return 1;
-    if (MakeResult(list, number, converter) != 0) return 1;
+    if (number.symbol()->AsNumber() == nullptr) return ErrorCode::ParseFailure;
+    if (MakeResult(list, number, converter) != ErrorCode::Success) return ErrorCode::ParseFailure;
     list.Erase(self);
     position = number;
-    return 0;
+    return ErrorCode::Success;
 }
 
-int NumberSymbol::Evaluate(SymbolList& list, SymbolList::iterator& position, bool firstPass,
-                           const Dimensions&) const {
+ErrorCode NumberSymbol::Evaluate(SymbolList& list, SymbolList::iterator& position, bool firstPass,
+                                 const Dimensions&) const {
     ++position;
     // A number may not stand last: something must follow that takes it up.
-    return !firstPass && position == list.end() ? 1 : 0;
+    return !firstPass && position == list.end() ? ErrorCode::ParseFailure : ErrorCode::Success;
 }
 
-int OperandSymbol::Evaluate(SymbolList& list, SymbolList::iterator& position, bool firstPass,
-                            const Dimensions&) const {
+ErrorCode OperandSymbol::Evaluate(SymbolList& list, SymbolList::iterator& position, bool firstPass,
+                                  const Dimensions&) const {
     const SymbolList::iterator self = position;
     ++position;
-    if (firstPass || position != list.end()) return 0;
+    if (firstPass || position != list.end()) return ErrorCode::Success;
     // The operand stands last: the number before it joins it.
     position = self;
     return JoinNumberBefore(list, position, GetConverter());
 }
 
-int ResultSymbol::Evaluate(SymbolList& list, SymbolList::iterator& position, bool firstPass,
-                           const Dimensions&) const {
+ErrorCode ResultSymbol::Evaluate(SymbolList& list, SymbolList::iterator& position, bool firstPass,
+                                 const Dimensions&) const {
     ++position;
-    if (firstPass || position != list.end()) return 0;
+    if (firstPass || position != list.end()) return ErrorCode::Success;
     // A result made behind something else cannot stand.
-    return list.size() == 1 ? 0 : 1;
+    return list.size() == 1 ? ErrorCode::Success : ErrorCode::ParseFailure;
 }
 
-int OperatorSymbol::Evaluate(SymbolList& list, SymbolList::iterator& position, bool firstPass,
-                             const Dimensions& dimensions) const {
+ErrorCode OperatorSymbol::Evaluate(SymbolList& list, SymbolList::iterator& position, bool firstPass,
+                                   const Dimensions& dimensions) const {
     if (firstPass) {
         ++position;
-        return 0;
+        return ErrorCode::Success;
     }
     if (!(flags & Postfix) || (flags & LookAhead)) {
         SymbolList::iterator ahead = position.next();
-        if (ahead == list.end()) return 1;  // nothing stands on the right
+        if (ahead == list.end()) return ErrorCode::ParseFailure;  // nothing stands on the right
         if (ahead.symbol()->AsOperand() != nullptr) ++ahead;
         while (ahead != list.end()) {
             const OperatorSymbol* next = ahead.symbol()->AsOperator();
             if (next == nullptr) {
                 // Stay in the list; the pass goes on behind this operator.
                 position = ahead;
-                return 0;
+                return ErrorCode::Success;
             }
             if (priority >= next->priority) break;
-            if (next->Evaluate(list, ahead, false, dimensions) != 0) return 1;
+            if (next->Evaluate(list, ahead, false, dimensions) != ErrorCode::Success)
+                return ErrorCode::ParseFailure;
             StepBack(list, ahead);
         }
     }
-    return Apply(list, position) != 0 ? 1 : 0;
+    return Apply(list, position) != ErrorCode::Success ? ErrorCode::ParseFailure
+                                                       : ErrorCode::Success;
 }
 
 ErrorCode ReadResult(SymbolList& list, double& value, const Dimensions& dimensions) {
@@ -97,15 +100,18 @@ ErrorCode ReadResult(SymbolList& list, double& value, const Dimensions& dimensio
     return ErrorCode::Success;
 }
 
-int EvaluateList(SymbolList& list, const Dimensions& dimensions) {
-    if (list.empty()) return 1;
+ErrorCode EvaluateList(SymbolList& list, const Dimensions& dimensions) {
+    if (list.empty()) return ErrorCode::ParseFailure;
     for (const bool firstPass : {true, false}) {
         for (SymbolList::iterator position = list.begin(); position != list.end();) {
-            if (position.symbol()->Evaluate(list, position, firstPass, dimensions) != 0) return 1;
+            if (position.symbol()->Evaluate(list, position, firstPass, dimensions) !=
+                ErrorCode::Success)
+                return ErrorCode::ParseFailure;
         }
     }
-    if (list.empty()) return 1;
-    return list.begin().symbol()->Kind() == ParseKind::Result ? 0 : 1;
+    if (list.empty()) return ErrorCode::ParseFailure;
+    return list.begin().symbol()->Kind() == ParseKind::Result ? ErrorCode::Success
+                                                              : ErrorCode::ParseFailure;
 }
 
 }  // namespace Mensura

@@ -13,7 +13,7 @@ class MultiplicationSymbol final : public OperatorSymbol {
 public:
     MultiplicationSymbol() : OperatorSymbol(10, LookAhead) {}
     ParseKind Kind() const override { return ParseKind::Multiplication; }
-    int Apply(SymbolList& list, SymbolList::iterator& position) const override;
+    ErrorCode Apply(SymbolList& list, SymbolList::iterator& position) const override;
 };
 
 // "/"
@@ -21,7 +21,7 @@ class DivisionSymbol final : public OperatorSymbol {
 public:
     DivisionSymbol() : OperatorSymbol(10, LookAhead) {}
     ParseKind Kind() const override { return ParseKind::Division; }
-    int Apply(SymbolList& list, SymbolList::iterator& position) const override;
+    ErrorCode Apply(SymbolList& list, SymbolList::iterator& position) const override;
 };
 
 // "²"
@@ -29,7 +29,7 @@ class SquareSymbol final : public OperatorSymbol {
 public:
     SquareSymbol() : OperatorSymbol(20, Postfix) {}
     ParseKind Kind() const override { return ParseKind::Square; }
-    int Apply(SymbolList& list, SymbolList::iterator& position) const override;
+    ErrorCode Apply(SymbolList& list, SymbolList::iterator& position) const override;
 };
 
 // "³"
@@ -37,7 +37,7 @@ class CubicSymbol final : public OperatorSymbol {
 public:
     CubicSymbol() : OperatorSymbol(20, Postfix) {}
     ParseKind Kind() const override { return ParseKind::Cubic; }
-    int Apply(SymbolList& list, SymbolList::iterator& position) const override;
+    ErrorCode Apply(SymbolList& list, SymbolList::iterator& position) const override;
 };
 
 // "^" with a whole exponent from 1 up: "m^2".
@@ -45,7 +45,7 @@ class CaretSymbol final : public OperatorSymbol {
 public:
     CaretSymbol() : OperatorSymbol(20, Postfix) {}
     ParseKind Kind() const override { return ParseKind::Caret; }
-    int Apply(SymbolList& list, SymbolList::iterator& position) const override;
+    ErrorCode Apply(SymbolList& list, SymbolList::iterator& position) const override;
 };
 
 // "(" and "（": opens a nested look-ahead by handing the pass on.
@@ -53,9 +53,11 @@ class LeftParenthesisSymbol final : public OperatorSymbol {
 public:
     LeftParenthesisSymbol() : OperatorSymbol(50, LookAhead | Postfix) {}
     ParseKind Kind() const override { return ParseKind::LeftParenthesis; }
-    int Evaluate(SymbolList& list, SymbolList::iterator& position, bool firstPass,
-                 const Dimensions& dimensions) const override;
-    int Apply(SymbolList&, SymbolList::iterator&) const override { return 0; }
+    ErrorCode Evaluate(SymbolList& list, SymbolList::iterator& position, bool firstPass,
+                       const Dimensions& dimensions) const override;
+    ErrorCode Apply(SymbolList&, SymbolList::iterator&) const override {
+        return ErrorCode::Success;
+    }
 };
 
 // ")" and "）": closes the nearest open parenthesis.
@@ -63,9 +65,11 @@ class RightParenthesisSymbol final : public OperatorSymbol {
 public:
     RightParenthesisSymbol() : OperatorSymbol(0, Postfix) {}
     ParseKind Kind() const override { return ParseKind::RightParenthesis; }
-    int Evaluate(SymbolList& list, SymbolList::iterator& position, bool firstPass,
-                 const Dimensions& dimensions) const override;
-    int Apply(SymbolList&, SymbolList::iterator&) const override { return 0; }
+    ErrorCode Evaluate(SymbolList& list, SymbolList::iterator& position, bool firstPass,
+                       const Dimensions& dimensions) const override;
+    ErrorCode Apply(SymbolList&, SymbolList::iterator&) const override {
+        return ErrorCode::Success;
+    }
 };
 
 // " ": a product between two units, and nothing elsewhere. It acts in the
@@ -73,8 +77,8 @@ public:
 class SpaceSymbol final : public IParseSymbol {
 public:
     ParseKind Kind() const override { return ParseKind::Space; }
-    int Evaluate(SymbolList& list, SymbolList::iterator& position, bool firstPass,
-                 const Dimensions& dimensions) const override;
+    ErrorCode Evaluate(SymbolList& list, SymbolList::iterator& position, bool firstPass,
+                       const Dimensions& dimensions) const override;
 };
 
 }  // namespace Mensura

@@ -62,9 +62,10 @@ public:
     IParseSymbol() = default;
     const IParseSymbol* AsParse() const override { return this; }
     // Rewrites the list around `position`, which it leaves on a live element
-    // or at the end: there the engine goes on. 0 to go on, else a refusal.
-    virtual int Evaluate(SymbolList& list, SymbolList::iterator& position, bool firstPass,
-                         const Dimensions& dimensions) const = 0;
+    // or at the end: there the engine goes on. Success to go on, else
+    // ParseFailure: a refusal, with no reason, for the whole text.
+    virtual ErrorCode Evaluate(SymbolList& list, SymbolList::iterator& position, bool firstPass,
+                               const Dimensions& dimensions) const = 0;
     virtual ParseKind Kind() const = 0;
     // The three families that neighbours in a list ask about, told by a
     // field rather than a call: the evaluation asks at nearly every step.
@@ -84,8 +85,8 @@ private:
 class OperandSymbol : public IParseSymbol {
 public:
     OperandSymbol() : IParseSymbol(Family::Operand) {}
-    int Evaluate(SymbolList& list, SymbolList::iterator& position, bool firstPass,
-                 const Dimensions& dimensions) const override;
+    ErrorCode Evaluate(SymbolList& list, SymbolList::iterator& position, bool firstPass,
+                       const Dimensions& dimensions) const override;
     ParseKind Kind() const override { return ParseKind::Operand; }
     virtual const UnitConverter& GetConverter() const = 0;
 };
@@ -107,8 +108,8 @@ private:
 class ResultSymbol : public GenericOperand {
 public:
     using GenericOperand::GenericOperand;
-    int Evaluate(SymbolList& list, SymbolList::iterator& position, bool firstPass,
-                 const Dimensions& dimensions) const override;
+    ErrorCode Evaluate(SymbolList& list, SymbolList::iterator& position, bool firstPass,
+                       const Dimensions& dimensions) const override;
     ParseKind Kind() const override { return ParseKind::Result; }
     double Value() const { return GetConverter().GetFactor(); }
 };
@@ -117,8 +118,8 @@ public:
 class NumberSymbol : public IParseSymbol {
 public:
     NumberSymbol(double v, std::uint32_t f) : IParseSymbol(Family::Number), value(v), flags(f) {}
-    int Evaluate(SymbolList& list, SymbolList::iterator& position, bool firstPass,
-                 const Dimensions& dimensions) const override;
+    ErrorCode Evaluate(SymbolList& list, SymbolList::iterator& position, bool firstPass,
+                       const Dimensions& dimensions) const override;
     ParseKind Kind() const override { return ParseKind::Number; }
 
     double value;
@@ -135,11 +136,11 @@ public:
 
     OperatorSymbol(int p, std::uint32_t f)
         : IParseSymbol(Family::Operator), priority(p), flags(f) {}
-    int Evaluate(SymbolList& list, SymbolList::iterator& position, bool firstPass,
-                 const Dimensions& dimensions) const override;
+    ErrorCode Evaluate(SymbolList& list, SymbolList::iterator& position, bool firstPass,
+                       const Dimensions& dimensions) const override;
     // Carries the operator out; `position` stands on the operator at entry and
-    // on the new operand after success. 0, or non-zero to refuse.
-    virtual int Apply(SymbolList& list, SymbolList::iterator& position) const = 0;
+    // on the new operand after success. Success, or ParseFailure to refuse.
+    virtual ErrorCode Apply(SymbolList& list, SymbolList::iterator& position) const = 0;
 
     int priority;
     std::uint32_t flags;
@@ -158,9 +159,10 @@ inline const NumberSymbol* IParseSymbol::AsNumber() const {
 }
 
 // Reduces the list to one ResultSymbol in two passes: first for layout, then
-// for computation. 0 when a result stands first in the list, else 1; the list
+// for computation. Success when a result stands first in the list, else
+// ParseFailure; the list
 // is left rewritten either way.
-int EvaluateList(SymbolList& list, const Dimensions& dimensions);
+ErrorCode EvaluateList(SymbolList& list, const Dimensions& dimensions);
 
 // The value of the result that stands first in an evaluated list, in base
 // units of `dimensions`: the one check of the result's unit against the
@@ -168,15 +170,15 @@ int EvaluateList(SymbolList& list, const Dimensions& dimensions);
 ErrorCode ReadResult(SymbolList& list, double& value, const Dimensions& dimensions);
 
 // Turns the number at `number` into a ResultSymbol by `converter`, in base
-// units. Non-zero when the converter refuses.
-int MakeResult(SymbolList& list, SymbolList::iterator number, const UnitConverter& converter);
+// units. ParseFailure when the converter refuses.
+ErrorCode MakeResult(SymbolList& list, SymbolList::iterator number, const UnitConverter& converter);
 
 // The unit at `position` takes up the number just before it: the number
 // becomes a result by `converter`, the unit's element goes, and `position`
-// moves onto the result. Non-zero, with nothing changed, when no number stands
+// moves onto the result. ParseFailure, with nothing changed, when no number stands
 // there or the converter refuses.
-int JoinNumberBefore(SymbolList& list, SymbolList::iterator& position,
-                     const UnitConverter& converter);
+ErrorCode JoinNumberBefore(SymbolList& list, SymbolList::iterator& position,
+                           const UnitConverter& converter);
 
 }  // namespace Mensura
 

@@ -27,68 +27,70 @@ const UnitConverter& ConverterOf(int unit) {
 }
 
 // A letter that means a unit for a target with exponents becomes that unit.
-int BecomeUnitUnlessAngle(SymbolList& list, SymbolList::iterator& position,
-                          const Dimensions& dimensions, int unit) {
+ErrorCode BecomeUnitUnlessAngle(SymbolList& list, SymbolList::iterator& position,
+                                const Dimensions& dimensions, int unit) {
     if (!IsAngle(dimensions)) list.Replace<GenericOperand>(position, ConverterOf(unit));
     ++position;
-    return 0;
+    return ErrorCode::Success;
 }
 
 // The whole list becomes one direction, `amount` of `unit`, in its first element.
-int FinishAngle(SymbolList& list, SymbolList::iterator& position, double amount, int unit,
-                const Dimensions& dimensions) {
+ErrorCode FinishAngle(SymbolList& list, SymbolList::iterator& position, double amount, int unit,
+                      const Dimensions& dimensions) {
     double base = 0.0;
-    if (ConverterOf(unit).DirectToBase(amount, base, dimensions) != ErrorCode::Success) return 1;
+    if (ConverterOf(unit).DirectToBase(amount, base, dimensions) != ErrorCode::Success)
+        return ErrorCode::ParseFailure;
     list.Replace<ResultSymbol>(list.begin(), dimensions, base);
     list.Erase(list.begin().next(), list.end());
     position = list.end();
-    return 0;
+    return ErrorCode::Success;
 }
 
 // N or S in the second pass: the start of a bearing, or the direction alone.
-int OpenBearing(SymbolList& list, SymbolList::iterator& position, const Dimensions& dimensions,
-                bool north) {
+ErrorCode OpenBearing(SymbolList& list, SymbolList::iterator& position,
+                      const Dimensions& dimensions, bool north) {
     const SymbolList::iterator letter = position;
     if (letter.next() != list.end()) {
         list.Erase(letter);
         const SymbolList::iterator last = list.end().previous();
         const auto* end = dynamic_cast<const BearingEndSymbol*>(last.symbol());
-        if (end == nullptr) return 1;
+        if (end == nullptr) return ErrorCode::ParseFailure;
         end->ReplaceOpened(list, last, north);
         position = list.begin();
-        return 0;
+        return ErrorCode::Success;
     }
     return FinishAngle(list, position, north ? 90.0 : -90.0, kDegree, dimensions);
 }
 
 }  // namespace
 
-int DSymbol::Evaluate(SymbolList& list, SymbolList::iterator& position, bool firstPass,
-                      const Dimensions& dimensions) const {
-    if (!firstPass) return 1;  // the first pass has made it a degree mark or a day
+ErrorCode DSymbol::Evaluate(SymbolList& list, SymbolList::iterator& position, bool firstPass,
+                            const Dimensions& dimensions) const {
+    if (!firstPass)
+        return ErrorCode::ParseFailure;  // the first pass has made it a degree mark or a day
     if (IsAngle(dimensions)) {
         list.Replace<DegreeSymbol>(position);
     } else {
         list.Replace<GenericOperand>(position, ConverterOf(kDay));
     }
     ++position;
-    return 0;
+    return ErrorCode::Success;
 }
 
-int NorthSymbol::Evaluate(SymbolList& list, SymbolList::iterator& position, bool firstPass,
-                          const Dimensions& dimensions) const {
+ErrorCode NorthSymbol::Evaluate(SymbolList& list, SymbolList::iterator& position, bool firstPass,
+                                const Dimensions& dimensions) const {
     if (firstPass) return BecomeUnitUnlessAngle(list, position, dimensions, kNewton);
     return OpenBearing(list, position, dimensions, true);
 }
 
-int SouthSymbol::Evaluate(SymbolList& list, SymbolList::iterator& position, bool firstPass,
-                          const Dimensions& dimensions) const {
+ErrorCode SouthSymbol::Evaluate(SymbolList& list, SymbolList::iterator& position, bool firstPass,
+                                const Dimensions& dimensions) const {
     if (firstPass) return BecomeUnitUnlessAngle(list, position, dimensions, kSiemens);
     return OpenBearing(list, position, dimensions, false);
 }
 
-int WestSymbol::Evaluate(SymbolList& list, SymbolList::iterator& position, bool firstPass,
-                         const Dimensions& dimensions) const {
+ErrorCode WestSymbol::Evaluate(SymbolList& list, SymbolList::iterator& position, bool firstPass,
+                               const Dimensions& dimensions) const {
     if (firstPass) return BecomeUnitUnlessAngle(list, position, dimensions, kWatt);
     return BearingEndSymbol::Evaluate(list, position, false, dimensions);
 }
@@ -101,27 +103,28 @@ void WestSymbol::ReplaceOpened(SymbolList& list, SymbolList::iterator at, bool n
     list.Replace<WestSymbol>(at, true, north);
 }
 
-int BearingEndSymbol::Evaluate(SymbolList& list, SymbolList::iterator& position, bool firstPass,
-                               const Dimensions& dimensions) const {
+ErrorCode BearingEndSymbol::Evaluate(SymbolList& list, SymbolList::iterator& position,
+                                     bool firstPass, const Dimensions& dimensions) const {
     if (firstPass) {
         ++position;
-        return 0;
+        return ErrorCode::Success;
     }
     const SymbolList::iterator letter = position;
-    if (letter.next() != list.end()) return 1;
+    if (letter.next() != list.end()) return ErrorCode::ParseFailure;
     if (letter == list.begin()) {
         return FinishAngle(list, position, IsWest() ? 180.0 : 0.0, kDegree, dimensions);
     }
     // Number ″ letter, the number in seconds of arc.
     const SymbolList::iterator mark = letter.previous();
-    if (mark == list.begin() || mark.symbol()->Kind() != ParseKind::DoublePrime) return 1;
+    if (mark == list.begin() || mark.symbol()->Kind() != ParseKind::DoublePrime)
+        return ErrorCode::ParseFailure;
     const SymbolList::iterator first = mark.previous();
     const NumberSymbol* number = first.symbol()->AsNumber();
-    if (first != list.begin() || number == nullptr) return 1;
+    if (first != list.begin() || number == nullptr) return ErrorCode::ParseFailure;
     // A bearing needs its opening letter: "45° E" alone is refused.
-    if (!opened) return 1;
+    if (!opened) return ErrorCode::ParseFailure;
     const double x = number->value;
-    if (x < 0.0 || x > kQuarterTurn) return 1;
+    if (x < 0.0 || x > kQuarterTurn) return ErrorCode::ParseFailure;
     double seconds = 0.0;
     if (IsWest()) {
         seconds = fromNorth ? x + kQuarterTurn : -kQuarterTurn - x;
@@ -131,50 +134,51 @@ int BearingEndSymbol::Evaluate(SymbolList& list, SymbolList::iterator& position,
     return FinishAngle(list, position, seconds, kAngleSecond, dimensions);
 }
 
-int DegreeSymbol::Evaluate(SymbolList& list, SymbolList::iterator& position, bool firstPass,
-                           const Dimensions& dimensions) const {
+ErrorCode DegreeSymbol::Evaluate(SymbolList& list, SymbolList::iterator& position, bool firstPass,
+                                 const Dimensions& dimensions) const {
     if (firstPass) {
         ++position;
-        return 0;
+        return ErrorCode::Success;
     }
     const SymbolList::iterator mark = position;
-    if (mark == list.begin() || !IsAngle(dimensions)) return 1;
+    if (mark == list.begin() || !IsAngle(dimensions)) return ErrorCode::ParseFailure;
     const SymbolList::iterator before = mark.previous();
     const NumberSymbol* n = before.symbol()->AsNumber();
-    if (n == nullptr) return 1;
+    if (n == nullptr) return ErrorCode::ParseFailure;
     const double d = n->value;
     double out = 0.0;
-    if (ConverterOf(kDegree).DirectToBase(d, out, dimensions) != ErrorCode::Success) return 1;
+    if (ConverterOf(kDegree).DirectToBase(d, out, dimensions) != ErrorCode::Success)
+        return ErrorCode::ParseFailure;
     const SymbolList::iterator behind = mark.next();
     if (behind == list.end()) {
         list.Replace<ResultSymbol>(before, dimensions, out);
         list.Erase(mark);
         position = list.begin();
-        return 0;
+        return ErrorCode::Success;
     }
     const ParseKind next = behind.symbol()->Kind();
     if (next == ParseKind::East || next == ParseKind::West) {
         // Degrees straight before the letter: the bearing in seconds of arc.
-        if (before != list.begin()) return 1;
+        if (before != list.begin()) return ErrorCode::ParseFailure;
         list.Replace<NumberSymbol>(before, d * 60.0 * 60.0, 0u);
         list.Replace<DoublePrimeSymbol>(mark);
         position = behind;
-        return 0;
+        return ErrorCode::Success;
     }
     // Minutes follow: the text becomes one in minutes for the marks.
     const NumberSymbol* m = behind.symbol()->AsNumber();
-    if (m == nullptr || (m->flags & NumberFlags::MinusSign)) return 1;
+    if (m == nullptr || (m->flags & NumberFlags::MinusSign)) return ErrorCode::ParseFailure;
     const double minutes =
         CompoundMarks::Combine(d * 60.0, (n->flags & NumberFlags::MinusSign) != 0, m->value);
     const std::uint32_t flags = n->flags;
     if (behind.next() == list.end() || behind.next().symbol()->Kind() != ParseKind::Prime) {
-        return 1;
+        return ErrorCode::ParseFailure;
     }
     list.Replace<NumberSymbol>(before, minutes, flags);
     list.Erase(behind);
     list.Erase(mark);
     position = list.begin();
-    return 0;
+    return ErrorCode::Success;
 }
 
 // Writing, and reading through symbol strings.
@@ -183,7 +187,6 @@ namespace {
 
 using CompoundMarks::Fraction;
 using CompoundMarks::kDoublePrime;
-using CompoundMarks::kFailure;
 using CompoundMarks::kPrime;
 
 constexpr char16_t kDegreeSign = u'\u00B0';
@@ -255,10 +258,9 @@ Split SplitAngle(double a, int digits) {
 // Writes one number and the mark behind it at `at`.
 bool WriteNumber(const NumberSettings& settings, double number, unsigned mode, int decimals,
                  char16_t mark, char16_t* buffer, std::size_t size, std::size_t& at) {
-    const std::int64_t written =
-        settings.RenderNumber(number, buffer + at, size - at, mode, decimals);
-    if (written < 1) return false;
-    at += static_cast<std::size_t>(written - 1);
+    const Result written = settings.RenderNumber(number, buffer + at, size - at, mode, decimals);
+    if (!written.Ok()) return false;
+    at += written.length;
     if (at >= size) return false;
     buffer[at++] = mark;
     return true;
@@ -271,13 +273,13 @@ DegreePrimeDoublePrimeSymbol::DegreePrimeDoublePrimeSymbol(const char16_t* text,
                                                            unsigned options)
     : GenericSymbol(text, kDegree, degree, 0), isBearing((options & ShowBearing) != 0 ? 1 : 0) {}
 
-std::int64_t DegreePrimeDoublePrimeSymbol::Render(double value, const Dimensions& dims,
-                                                  char16_t* buffer, std::size_t size,
-                                                  const NumberSettings& settings) const {
-    if (buffer == nullptr) return kFailure;
+Result DegreePrimeDoublePrimeSymbol::Render(double value, const Dimensions& dims, char16_t* buffer,
+                                            std::size_t size,
+                                            const NumberSettings& settings) const {
+    if (buffer == nullptr) return Result::Fail();
     double a = 0.0;
     const ErrorCode converted = GetConverter().DirectFromBase(value, dims, a);
-    if (converted != ErrorCode::Success) return -static_cast<std::int64_t>(converted);
+    if (converted != ErrorCode::Success) return Result::Fail(converted);
     std::size_t at = 0;
     char16_t last = 0;
     if (isBearing) {
@@ -287,7 +289,7 @@ std::int64_t DegreePrimeDoublePrimeSymbol::Render(double value, const Dimensions
         } else if (a > 180.0) {
             a -= 360.0;
         }
-        if (size < 2) return kFailure;
+        if (size < 2) return Result::Fail();
         const char16_t axis = a == 0.0     ? u'E'
                               : a == 90.0  ? u'N'
                               : a == -90.0 ? u'S'
@@ -296,7 +298,7 @@ std::int64_t DegreePrimeDoublePrimeSymbol::Render(double value, const Dimensions
         if (axis != 0) {
             buffer[0] = axis;
             buffer[1] = 0;
-            return 2;
+            return Result::Done(1);
         }
         // The angle from North or South toward East or West.
         const bool north = a > 0.0 && a < 180.0;
@@ -315,36 +317,35 @@ std::int64_t DegreePrimeDoublePrimeSymbol::Render(double value, const Dimensions
     const int none = NumberSettings::kSettingsDecimals;
     if (!WriteNumber(settings, split.degrees, split.degreeMode, none, kDegreeSign, buffer, size,
                      at)) {
-        return kFailure;
+        return Result::Fail();
     }
     if (digits >= 1 && !WriteNumber(settings, split.minutes, RenderMode::WholeNumber, none, kPrime,
                                     buffer, size, at)) {
-        return kFailure;
+        return Result::Fail();
     }
     // Beyond d = 4 the seconds carry d - 4 decimals, passed for this one
     // number: the formatter's setting is never touched.
     if (digits >= 3 &&
         !WriteNumber(settings, split.seconds, digits >= 5 ? 0u : RenderMode::WholeNumber,
                      digits >= 5 ? digits - 4 : none, kDoublePrime, buffer, size, at)) {
-        return kFailure;
+        return Result::Fail();
     }
-    if (size - at < (isBearing ? 3u : 1u)) return kFailure;
+    if (size - at < (isBearing ? 3u : 1u)) return Result::Fail();
     if (isBearing) {
         buffer[at++] = u' ';
         buffer[at++] = last;
     }
-    buffer[at++] = 0;
-    return static_cast<std::int64_t>(at);
+    buffer[at] = 0;
+    return Result::Done(at);
 }
 
-std::int64_t DegreePrimeDoublePrimeSymbol::RenderPart(int part, double value,
-                                                      const Dimensions& dims, char16_t* buffer,
-                                                      std::size_t size,
-                                                      const NumberSettings& settings) const {
-    if (buffer == nullptr || isBearing) return kFailure;
+Result DegreePrimeDoublePrimeSymbol::RenderPart(int part, double value, const Dimensions& dims,
+                                                char16_t* buffer, std::size_t size,
+                                                const NumberSettings& settings) const {
+    if (buffer == nullptr || isBearing) return Result::Fail();
     double a = 0.0;
     const ErrorCode converted = GetConverter().DirectFromBase(value, dims, a);
-    if (converted != ErrorCode::Success) return -static_cast<std::int64_t>(converted);
+    if (converted != ErrorCode::Success) return Result::Fail(converted);
     const int digits = settings.GetNumberDecimalDigits();
     const Split split = SplitAngle(a, digits);
     switch (part) {
@@ -359,17 +360,17 @@ std::int64_t DegreePrimeDoublePrimeSymbol::RenderPart(int part, double value,
             return settings.RenderNumber(digits >= 3 ? split.seconds : 0.0, buffer, size,
                                          RenderMode::WholeNumber);
         default:
-            return kFailure;
+            return Result::Fail();
     }
 }
 
-int DegreePrimeDoublePrimeSymbol::ParsePart(SymbolList& list, int form) const {
-    if (form != 0 || list.size() < 3) return 1;
+ErrorCode DegreePrimeDoublePrimeSymbol::ParsePart(SymbolList& list, int form) const {
+    if (form != 0 || list.size() < 3) return ErrorCode::ParseFailure;
     double numbers[3];
     SymbolList::iterator it = list.begin();
     for (double& number : numbers) {
         const NumberSymbol* read = it.symbol()->AsNumber();
-        if (read == nullptr) return 1;
+        if (read == nullptr) return ErrorCode::ParseFailure;
         number = read->value;
         ++it;
     }
@@ -383,11 +384,11 @@ int DegreePrimeDoublePrimeSymbol::ParsePart(SymbolList& list, int form) const {
     const UnitConverter& converter = GetConverter();
     double base = 0.0;
     if (converter.DirectToBase(angle, base, converter.GetDimensions()) != ErrorCode::Success)
-        return 1;
+        return ErrorCode::ParseFailure;
     const SymbolList::iterator head = list.begin();
     list.Replace<ResultSymbol>(head, converter.GetDimensions(), base);
     list.Erase(head.next(), it);
-    return 0;
+    return ErrorCode::Success;
 }
 
 }  // namespace Mensura

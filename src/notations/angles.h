@@ -31,16 +31,16 @@ namespace Mensura {
 class DegreeSymbol final : public IParseSymbol {
 public:
     ParseKind Kind() const override { return ParseKind::Degree; }
-    int Evaluate(SymbolList& list, SymbolList::iterator& position, bool firstPass,
-                 const Dimensions& dimensions) const override;
+    ErrorCode Evaluate(SymbolList& list, SymbolList::iterator& position, bool firstPass,
+                       const Dimensions& dimensions) const override;
 };
 
 // "d": the degree mark for an angle, the day for anything else.
 class DSymbol final : public IParseSymbol {
 public:
     ParseKind Kind() const override { return ParseKind::D; }
-    int Evaluate(SymbolList& list, SymbolList::iterator& position, bool firstPass,
-                 const Dimensions& dimensions) const override;
+    ErrorCode Evaluate(SymbolList& list, SymbolList::iterator& position, bool firstPass,
+                       const Dimensions& dimensions) const override;
 };
 
 // "N" and "S": the start of a bearing, or north and south alone; else the
@@ -48,15 +48,15 @@ public:
 class NorthSymbol final : public IParseSymbol {
 public:
     ParseKind Kind() const override { return ParseKind::North; }
-    int Evaluate(SymbolList& list, SymbolList::iterator& position, bool firstPass,
-                 const Dimensions& dimensions) const override;
+    ErrorCode Evaluate(SymbolList& list, SymbolList::iterator& position, bool firstPass,
+                       const Dimensions& dimensions) const override;
 };
 
 class SouthSymbol final : public IParseSymbol {
 public:
     ParseKind Kind() const override { return ParseKind::South; }
-    int Evaluate(SymbolList& list, SymbolList::iterator& position, bool firstPass,
-                 const Dimensions& dimensions) const override;
+    ErrorCode Evaluate(SymbolList& list, SymbolList::iterator& position, bool firstPass,
+                       const Dimensions& dimensions) const override;
 };
 
 // "E" and "W": the end of a bearing, or east and west alone; "W" is the watt
@@ -65,8 +65,8 @@ public:
 // puts a copy of the closing one into the list that knows it.
 class BearingEndSymbol : public IParseSymbol {
 public:
-    int Evaluate(SymbolList& list, SymbolList::iterator& position, bool firstPass,
-                 const Dimensions& dimensions) const override;
+    ErrorCode Evaluate(SymbolList& list, SymbolList::iterator& position, bool firstPass,
+                       const Dimensions& dimensions) const override;
     // A copy for one bearing, opened by north or by south.
     virtual void ReplaceOpened(SymbolList& list, SymbolList::iterator at, bool north) const = 0;
 
@@ -95,8 +95,8 @@ public:
     explicit WestSymbol(bool opened = false, bool north = false)
         : BearingEndSymbol(opened, north) {}
     ParseKind Kind() const override { return ParseKind::West; }
-    int Evaluate(SymbolList& list, SymbolList::iterator& position, bool firstPass,
-                 const Dimensions& dimensions) const override;
+    ErrorCode Evaluate(SymbolList& list, SymbolList::iterator& position, bool firstPass,
+                       const Dimensions& dimensions) const override;
     void ReplaceOpened(SymbolList& list, SymbolList::iterator at, bool north) const override;
 
 protected:
@@ -115,15 +115,15 @@ public:
     // A bearing counts the angle from East with North at +90: exactly on an
     // axis it is one letter ("N"); else the quadrant's letters around the
     // angle from North or South ("S 70°0′ W").
-    std::int64_t Render(double value, const Dimensions& dims, char16_t* buffer, std::size_t size,
-                        const NumberSettings& settings) const override;
+    Result Render(double value, const Dimensions& dims, char16_t* buffer, std::size_t size,
+                  const NumberSettings& settings) const override;
     // Degrees are part 0, minutes 1, seconds 2, each a bare number; a part that
     // the pattern of d leaves out is 0. A bearing refuses every part.
-    std::int64_t RenderPart(int part, double value, const Dimensions& dims, char16_t* buffer,
-                            std::size_t size, const NumberSettings& settings) const override;
+    Result RenderPart(int part, double value, const Dimensions& dims, char16_t* buffer,
+                      std::size_t size, const NumberSettings& settings) const override;
     // Form 0: degrees, minutes and seconds at the head of the list into one
     // angle; the sign of the degrees holds for all three.
-    int ParsePart(SymbolList& list, int form) const override;
+    ErrorCode ParsePart(SymbolList& list, int form) const override;
     int LastPartIndex(int form) const override { return form == 0 ? 2 : -1; }
 
     bool IsBearing() const { return isBearing != 0; }

@@ -11,7 +11,6 @@
 
 namespace Mensura::CompoundMarks {
 
-constexpr std::int64_t kFailure = -static_cast<std::int64_t>(ErrorCode::Failure);
 constexpr char16_t kPrime = u'\u2032';
 constexpr char16_t kDoublePrime = u'\u2033';
 

@@ -50,81 +50,82 @@ bool IsLetter(SymbolList& list, SymbolList::iterator at) {
 }
 
 // The whole list becomes one result, `amount` of `unit`, in the first element.
-int Finish(SymbolList& list, SymbolList::iterator& position, double amount, int unit,
-           const Dimensions& dimensions) {
+ErrorCode Finish(SymbolList& list, SymbolList::iterator& position, double amount, int unit,
+                 const Dimensions& dimensions) {
     double base = 0.0;
     const UnitConverter* converter = UnitTable::Instance().FindConverter(unit);
-    if (converter->DirectToBase(amount, base, dimensions) != ErrorCode::Success) return 1;
+    if (converter->DirectToBase(amount, base, dimensions) != ErrorCode::Success)
+        return ErrorCode::ParseFailure;
     list.Replace<ResultSymbol>(list.begin(), dimensions, base);
     list.Erase(list.begin().next(), list.end());
     position = list.end();
-    return 0;
+    return ErrorCode::Success;
 }
 
 // Both marks step on in the first pass; in the second they need a target
 // they can classify and something in front of them.
 template <typename Read>
-int EvaluateMark(SymbolList& list, SymbolList::iterator& position, bool firstPass,
-                 const Dimensions& dimensions, Read read) {
+ErrorCode EvaluateMark(SymbolList& list, SymbolList::iterator& position, bool firstPass,
+                       const Dimensions& dimensions, Read read) {
     if (firstPass) {
         ++position;
-        return 0;
+        return ErrorCode::Success;
     }
     Marks marks;
-    if (!Classify(dimensions, marks) || position == list.begin()) return 1;
+    if (!Classify(dimensions, marks) || position == list.begin()) return ErrorCode::ParseFailure;
     return read(marks);
 }
 
 }  // namespace
 
-int PrimeSymbol::Evaluate(SymbolList& list, SymbolList::iterator& position, bool firstPass,
-                          const Dimensions& dimensions) const {
-    return EvaluateMark(list, position, firstPass, dimensions, [&](const Marks& marks) {
-        return Read(list, position, marks, dimensions);
-    });
-}
-
-int DoublePrimeSymbol::Evaluate(SymbolList& list, SymbolList::iterator& position, bool firstPass,
+ErrorCode PrimeSymbol::Evaluate(SymbolList& list, SymbolList::iterator& position, bool firstPass,
                                 const Dimensions& dimensions) const {
     return EvaluateMark(list, position, firstPass, dimensions, [&](const Marks& marks) {
         return Read(list, position, marks, dimensions);
     });
 }
 
-int PrimeSymbol::Read(SymbolList& list, SymbolList::iterator& position, const Marks& marks,
-                      const Dimensions& dimensions) const {
+ErrorCode DoublePrimeSymbol::Evaluate(SymbolList& list, SymbolList::iterator& position,
+                                      bool firstPass, const Dimensions& dimensions) const {
+    return EvaluateMark(list, position, firstPass, dimensions, [&](const Marks& marks) {
+        return Read(list, position, marks, dimensions);
+    });
+}
+
+ErrorCode PrimeSymbol::Read(SymbolList& list, SymbolList::iterator& position, const Marks& marks,
+                            const Dimensions& dimensions) const {
     const SymbolList::iterator prime = position;
     const SymbolList::iterator before = prime.previous();
     const NumberSymbol* a = before.symbol()->AsNumber();
-    if (a == nullptr) return 1;
+    if (a == nullptr) return ErrorCode::ParseFailure;
     position = before;
     const SymbolList::iterator x = prime.next();
 
     if (x != list.end() && !IsLetter(list, x)) {
         // The large part, then the small one: it must begin the list.
-        if (before != list.begin()) return 1;
+        if (before != list.begin()) return ErrorCode::ParseFailure;
         // Number [Number] [/ Number] [″], the ″ optional only at the end.
         SymbolList::iterator at = x;
-        if (NumberAt(list, at) == nullptr) return 1;
+        if (NumberAt(list, at) == nullptr) return ErrorCode::ParseFailure;
         ++at;
         if (NumberAt(list, at) != nullptr) {
             ++at;
-            if (!Is(list, at, ParseKind::Division)) return 1;
+            if (!Is(list, at, ParseKind::Division)) return ErrorCode::ParseFailure;
         }
         if (Is(list, at, ParseKind::Division)) {
             ++at;
-            if (NumberAt(list, at) == nullptr) return 1;
+            if (NumberAt(list, at) == nullptr) return ErrorCode::ParseFailure;
             ++at;
         }
         const bool closed = Is(list, at, ParseKind::DoublePrime);
-        if (!closed && at != list.end()) return 1;
+        if (!closed && at != list.end()) return ErrorCode::ParseFailure;
         const double value = a->value * marks.multiplier;
         const std::uint32_t flags = a->flags;
         list.Replace<NumberSymbol>(before, value, flags);
         list.Erase(prime);
         position = x;
         if (!closed) list.PushBackNew<DoublePrimeSymbol>();
-        return 0;
+        return ErrorCode::Success;
     }
 
     // The prime closes the text: a whole number of the large unit, or a fraction.
@@ -134,28 +135,28 @@ int PrimeSymbol::Read(SymbolList& list, SymbolList::iterator& position, const Ma
         const NumberSymbol* numerator = first.symbol()->AsNumber();
         if (numerator == nullptr || !Is(list, first.next(), ParseKind::Division) ||
             first.next().next() != before || a->value == 0.0) {
-            return 1;
+            return ErrorCode::ParseFailure;
         }
         q = numerator->value / a->value;
     }
     if (IsLetter(list, x) && marks.large == kAngleMinute) {
         // Minutes of a bearing go on to the letter in seconds of arc; a length
         // or a time drops the letter.
-        if (before != list.begin()) return 1;
+        if (before != list.begin()) return ErrorCode::ParseFailure;
         list.Replace<NumberSymbol>(before, q * 60.0, 0u);
         list.Replace<DoublePrimeSymbol>(prime);
         position = x;
-        return 0;
+        return ErrorCode::Success;
     }
     return Finish(list, position, q, marks.large, dimensions);
 }
 
-int DoublePrimeSymbol::Read(SymbolList& list, SymbolList::iterator& position, const Marks& marks,
-                            const Dimensions& dimensions) const {
+ErrorCode DoublePrimeSymbol::Read(SymbolList& list, SymbolList::iterator& position,
+                                  const Marks& marks, const Dimensions& dimensions) const {
     const SymbolList::iterator mark = position;
     const SymbolList::iterator behind = mark.next();
     const bool letter = IsLetter(list, behind);
-    if (behind != list.end() && !letter) return 1;
+    if (behind != list.end() && !letter) return ErrorCode::ParseFailure;
 
     // The numbers before the mark: b | a b | n / d | w n / d | a w n / d.
     const NumberSymbol* numbers[4] = {};
@@ -163,12 +164,12 @@ int DoublePrimeSymbol::Read(SymbolList& list, SymbolList::iterator& position, co
     int slash = -1;
     for (SymbolList::iterator at = list.begin(); at != mark; ++at) {
         if (Is(list, at, ParseKind::Division)) {
-            if (slash >= 0 || count == 0) return 1;
+            if (slash >= 0 || count == 0) return ErrorCode::ParseFailure;
             slash = count;
             continue;
         }
         const NumberSymbol* number = at.symbol()->AsNumber();
-        if (number == nullptr || count == 4) return 1;
+        if (number == nullptr || count == 4) return ErrorCode::ParseFailure;
         numbers[count++] = number;
     }
     double total = 0.0;
@@ -178,14 +179,14 @@ int DoublePrimeSymbol::Read(SymbolList& list, SymbolList::iterator& position, co
         } else if (count == 2) {
             total = Combine(numbers[0]->value, IsMinus(*numbers[0]), std::fabs(numbers[1]->value));
         } else {
-            return 1;
+            return ErrorCode::ParseFailure;
         }
     } else {
         // The fraction is the last two numbers, the "/" between them.
-        if (slash != count - 1 || count < 2 || count > 4) return 1;
+        if (slash != count - 1 || count < 2 || count > 4) return ErrorCode::ParseFailure;
         const NumberSymbol& n = *numbers[count - 2];
         const double d = numbers[count - 1]->value;
-        if (d == 0.0) return 1;
+        if (d == 0.0) return ErrorCode::ParseFailure;
         if (count == 2) {
             total = n.value / d;
         } else if (count == 3) {
@@ -200,26 +201,27 @@ int DoublePrimeSymbol::Read(SymbolList& list, SymbolList::iterator& position, co
         list.Replace<NumberSymbol>(list.begin(), total, 0u);
         list.Erase(list.begin().next(), mark);
         position = behind;
-        return 0;
+        return ErrorCode::Success;
     }
     return Finish(list, position, total, marks.small, dimensions);
 }
 
-int DashSymbol::Evaluate(SymbolList& list, SymbolList::iterator& position, bool,
-                         const Dimensions&) const {
+ErrorCode DashSymbol::Evaluate(SymbolList& list, SymbolList::iterator& position, bool,
+                               const Dimensions&) const {
     const SymbolList::iterator dash = position;
-    if (dash == list.begin() || dash.next() == list.end()) return 1;
+    if (dash == list.begin() || dash.next() == list.end()) return ErrorCode::ParseFailure;
     SymbolList::iterator left = dash.previous();
     while (left != list.begin() && Is(list, left, ParseKind::Space)) --left;
-    if (left.symbol()->AsOperand() == nullptr && !Is(list, left, ParseKind::Prime)) return 1;
+    if (left.symbol()->AsOperand() == nullptr && !Is(list, left, ParseKind::Prime))
+        return ErrorCode::ParseFailure;
     SymbolList::iterator right = dash.next();
     while (Is(list, right, ParseKind::Space)) ++right;
-    if (right == list.end()) return 1;
+    if (right == list.end()) return ErrorCode::ParseFailure;
     if (right.symbol()->AsNumber() != nullptr) {
         // Between the two parts: the dash and any blanks go.
         list.Erase(left.next(), right);
         position = right;
-        return 0;
+        return ErrorCode::Success;
     }
     if (right.symbol()->AsOperand() != nullptr) {
         // Between two units: a product.
@@ -227,9 +229,9 @@ int DashSymbol::Evaluate(SymbolList& list, SymbolList::iterator& position, bool,
         list.Replace<MultiplicationSymbol>(product);
         list.Erase(product.next(), right);
         position = right;
-        return 0;
+        return ErrorCode::Success;
     }
-    return 1;
+    return ErrorCode::ParseFailure;
 }
 
 // Writing, and reading through symbol strings.
@@ -237,7 +239,6 @@ int DashSymbol::Evaluate(SymbolList& list, SymbolList::iterator& position, bool,
 namespace {
 
 using CompoundMarks::kDoublePrime;
-using CompoundMarks::kFailure;
 using CompoundMarks::kPrime;
 using CompoundMarks::WholePart;
 
@@ -263,11 +264,11 @@ double PrimeDoublePrimeSymbol::Multiplier() const {
     return Unit() == kInch ? 12.0 : 60.0;
 }
 
-std::int64_t PrimeDoublePrimeSymbol::Begin(double value, const Dimensions& dims,
-                                           const NumberSettings& settings, Start& start) const {
+ErrorCode PrimeDoublePrimeSymbol::Begin(double value, const Dimensions& dims,
+                                        const NumberSettings& settings, Start& start) const {
     double x = 0.0;
     const ErrorCode converted = GetConverter().DirectFromBase(value, dims, x);
-    if (converted != ErrorCode::Success) return -static_cast<std::int64_t>(converted);
+    if (converted != ErrorCode::Success) return converted;
     // The sign of -0.5 feet survives in front of a large number of 0.
     start.largeMode = RenderMode::WholeNumber | (x < 0.0 ? RenderMode::SignOnZero : 0u);
     const int digits = settings.GetNumberDecimalDigits();
@@ -286,12 +287,11 @@ std::int64_t PrimeDoublePrimeSymbol::Begin(double value, const Dimensions& dims,
         amount = 1.0 / (power * 100000.0 * 2.0);
     }
     start.x = x > 0.0 ? x + amount : x - amount;
-    return 0;
+    return ErrorCode::Success;
 }
 
-std::int64_t PrimeDoublePrimeSymbol::WriteSmall(const Start& start, double x, char16_t* buffer,
-                                                std::size_t size,
-                                                const NumberSettings& settings) const {
+Result PrimeDoublePrimeSymbol::WriteSmall(const Start& start, double x, char16_t* buffer,
+                                          std::size_t size, const NumberSettings& settings) const {
     if (!showFraction) return settings.RenderNumber(x, buffer, size, 0);
     double denominator = start.denominator;
     const double whole = WholePart(x);
@@ -299,12 +299,11 @@ std::int64_t PrimeDoublePrimeSymbol::WriteSmall(const Start& start, double x, ch
     std::size_t at = 0;
     // A value below one has no "0" in front of its fraction; 0 itself has its "0".
     if (numerator == 0.0 || whole != 0.0) {
-        const std::int64_t written =
-            settings.RenderNumber(whole, buffer, size, RenderMode::WholeNumber);
-        if (written < 1) return written;
-        at = static_cast<std::size_t>(written - 1);
+        const Result written = settings.RenderNumber(whole, buffer, size, RenderMode::WholeNumber);
+        if (!written.Ok()) return written;
+        at = written.length;
         if (numerator == 0.0) return written;
-        if (at >= size) return kFailure;
+        if (at >= size) return Result::Fail();
         buffer[at++] = u' ';
     }
     // The sign stands once, at the whole number.
@@ -313,52 +312,57 @@ std::int64_t PrimeDoublePrimeSymbol::WriteSmall(const Start& start, double x, ch
         numerator /= 2.0;
         denominator /= 2.0;
     }
-    std::int64_t written =
+    Result written =
         settings.RenderNumber(numerator, buffer + at, size - at, RenderMode::WholeNumber);
-    if (written < 1) return written;
-    at += static_cast<std::size_t>(written - 1);
-    if (at >= size) return kFailure;
+    if (!written.Ok()) return written;
+    at += written.length;
+    if (at >= size) return Result::Fail();
     buffer[at++] = u'/';
     written = settings.RenderNumber(denominator, buffer + at, size - at, RenderMode::WholeNumber);
-    if (written < 1) return written;
-    return static_cast<std::int64_t>(at) + written;
+    if (!written.Ok()) return written;
+    return Result::Done(at + written.length);
 }
 
-std::int64_t PrimeDoublePrimeSymbol::Render(double value, const Dimensions& dims, char16_t* buffer,
-                                            std::size_t size,
-                                            const NumberSettings& settings) const {
-    if (buffer == nullptr) return kFailure;
+Result PrimeDoublePrimeSymbol::Render(double value, const Dimensions& dims, char16_t* buffer,
+                                      std::size_t size, const NumberSettings& settings) const {
+    if (buffer == nullptr) return Result::Fail();
     Start start;
-    if (const std::int64_t refused = Begin(value, dims, settings, start)) return refused;
+    if (const ErrorCode refused = Begin(value, dims, settings, start);
+        refused != ErrorCode::Success) {
+        return Result::Fail(refused);
+    }
     double x = start.x;
     std::size_t at = 0;
     if (showFeet) {
         const double multiplier = Multiplier();
         const double large = WholePart(x / multiplier);
-        const std::int64_t written = settings.RenderNumber(large, buffer, size, start.largeMode);
-        if (written < 1) return written;
-        at = static_cast<std::size_t>(written - 1);
-        if (size - at < (showDash ? 2u : 1u)) return kFailure;
+        const Result written = settings.RenderNumber(large, buffer, size, start.largeMode);
+        if (!written.Ok()) return written;
+        at = written.length;
+        if (size - at < (showDash ? 2u : 1u)) return Result::Fail();
         buffer[at++] = kPrime;
         if (showDash) buffer[at++] = kEnDash;
         x = x - large * multiplier;
         if (x < 0.0) x = -x;
     }
-    const std::int64_t written = WriteSmall(start, x, buffer + at, size - at, settings);
-    if (written < 1) return written;
-    at += static_cast<std::size_t>(written - 1);
-    if (size - at < 2) return kFailure;
+    const Result written = WriteSmall(start, x, buffer + at, size - at, settings);
+    if (!written.Ok()) return written;
+    at += written.length;
+    if (size - at < 2) return Result::Fail();
     buffer[at++] = kDoublePrime;
-    buffer[at++] = 0;
-    return static_cast<std::int64_t>(at);
+    buffer[at] = 0;
+    return Result::Done(at);
 }
 
-std::int64_t PrimeDoublePrimeSymbol::RenderPart(int part, double value, const Dimensions& dims,
-                                                char16_t* buffer, std::size_t size,
-                                                const NumberSettings& settings) const {
-    if (buffer == nullptr) return kFailure;
+Result PrimeDoublePrimeSymbol::RenderPart(int part, double value, const Dimensions& dims,
+                                          char16_t* buffer, std::size_t size,
+                                          const NumberSettings& settings) const {
+    if (buffer == nullptr) return Result::Fail();
     Start start;
-    if (const std::int64_t refused = Begin(value, dims, settings, start)) return refused;
+    if (const ErrorCode refused = Begin(value, dims, settings, start);
+        refused != ErrorCode::Success) {
+        return Result::Fail(refused);
+    }
     double x = start.x;
     if (showFeet) {
         const double multiplier = Multiplier();
@@ -377,13 +381,13 @@ int PrimeDoublePrimeSymbol::LastPartIndex(int form) const {
     return -1;
 }
 
-int PrimeDoublePrimeSymbol::ParsePart(SymbolList& list, int form) const {
+ErrorCode PrimeDoublePrimeSymbol::ParsePart(SymbolList& list, int form) const {
     const int count = LastPartIndex(form) + 1;
-    if (count < 1) return 1;
+    if (count < 1) return ErrorCode::ParseFailure;
     double numbers[4] = {};
     SymbolList::iterator it = list.begin();
     for (int i = 0; i < count; ++i, ++it) {
-        if (it == list.end() || it.symbol()->AsNumber() == nullptr) return 1;
+        if (it == list.end() || it.symbol()->AsNumber() == nullptr) return ErrorCode::ParseFailure;
         numbers[i] = it.symbol()->AsNumber()->value;
     }
     const double a = numbers[0], b = numbers[1], c = numbers[2], e = numbers[3];
@@ -395,38 +399,40 @@ int PrimeDoublePrimeSymbol::ParsePart(SymbolList& list, int form) const {
         if (form == 0) {
             magnitude = std::fabs(b);
         } else if (form == 1) {
-            if (c == 0.0) return 1;
+            if (c == 0.0) return ErrorCode::ParseFailure;
             magnitude = std::fabs(b / c);
         } else {
-            if (e == 0.0) return 1;
+            if (e == 0.0) return ErrorCode::ParseFailure;
             magnitude = std::fabs(c / e + b);
         }
         total = Combine(a * Multiplier(), negative, magnitude);
     } else if (form == 0) {
         total = a;
     } else if (form == 1) {
-        if (b == 0.0) return 1;
+        if (b == 0.0) return ErrorCode::ParseFailure;
         total = a / b;
     } else {
-        if (c == 0.0) return 1;
+        if (c == 0.0) return ErrorCode::ParseFailure;
         total = Combine(a, negative, std::fabs(b / c));
     }
     const UnitConverter& converter = GetConverter();
     double base = 0.0;
     if (converter.DirectToBase(total, base, converter.GetDimensions()) != ErrorCode::Success)
-        return 1;
+        return ErrorCode::ParseFailure;
     const SymbolList::iterator head = list.begin();
     list.Replace<ResultSymbol>(head, converter.GetDimensions(), base);
     list.Erase(head.next(), it);
-    return 0;
+    return ErrorCode::Success;
 }
 
-int PrimeDoublePrimeSymbol::MakeCustomSymbols(CustomSymbolList& out,
-                                              const std::vector<std::u16string>& literals,
-                                              const std::vector<int>& indices) const {
+ErrorCode PrimeDoublePrimeSymbol::MakeCustomSymbols(CustomSymbolList& out,
+                                                    const std::vector<std::u16string>& literals,
+                                                    const std::vector<int>& indices) const {
     out.clear();
-    if (AppendCustomSymbol(out, this, literals, indices, 0) != 0) return 1;
-    if (!showFraction) return 0;
+    if (AppendCustomSymbol(out, this, literals, indices, 0) != ErrorCode::Success) {
+        return ErrorCode::Failure;
+    }
+    if (!showFraction) return ErrorCode::Success;
     // Form 0 is valid: one or two placeholders, and maybe a literal behind them.
     const std::u16string slash = u"/";
     const std::u16string blank = u" ";
@@ -457,12 +463,12 @@ int PrimeDoublePrimeSymbol::MakeCustomSymbols(CustomSymbolList& out,
         one.push_back(literals[2]);
         two.push_back(literals[2]);
     }
-    if (AppendCustomSymbol(out, this, one, oneIndices, 1) != 0 ||
-        AppendCustomSymbol(out, this, two, twoIndices, 2) != 0) {
+    if (AppendCustomSymbol(out, this, one, oneIndices, 1) != ErrorCode::Success ||
+        AppendCustomSymbol(out, this, two, twoIndices, 2) != ErrorCode::Success) {
         out.clear();
-        return 1;
+        return ErrorCode::Failure;
     }
-    return 0;
+    return ErrorCode::Success;
 }
 
 }  // namespace Mensura

@@ -39,24 +39,24 @@ struct Marks {
 class PrimeSymbol final : public IParseSymbol {
 public:
     ParseKind Kind() const override { return ParseKind::Prime; }
-    int Evaluate(SymbolList& list, SymbolList::iterator& position, bool firstPass,
-                 const Dimensions& dimensions) const override;
+    ErrorCode Evaluate(SymbolList& list, SymbolList::iterator& position, bool firstPass,
+                       const Dimensions& dimensions) const override;
 
 private:
-    int Read(SymbolList& list, SymbolList::iterator& position, const Marks& marks,
-             const Dimensions& dimensions) const;
+    ErrorCode Read(SymbolList& list, SymbolList::iterator& position, const Marks& marks,
+                   const Dimensions& dimensions) const;
 };
 
 // ″ and its look-alikes: the small mark (inches, seconds), which totals the line.
 class DoublePrimeSymbol final : public IParseSymbol {
 public:
     ParseKind Kind() const override { return ParseKind::DoublePrime; }
-    int Evaluate(SymbolList& list, SymbolList::iterator& position, bool firstPass,
-                 const Dimensions& dimensions) const override;
+    ErrorCode Evaluate(SymbolList& list, SymbolList::iterator& position, bool firstPass,
+                       const Dimensions& dimensions) const override;
 
 private:
-    int Read(SymbolList& list, SymbolList::iterator& position, const Marks& marks,
-             const Dimensions& dimensions) const;
+    ErrorCode Read(SymbolList& list, SymbolList::iterator& position, const Marks& marks,
+                   const Dimensions& dimensions) const;
 };
 
 // A dash: between the two parts ("5′–6″"), or a product between two units
@@ -64,8 +64,8 @@ private:
 class DashSymbol final : public IParseSymbol {
 public:
     ParseKind Kind() const override { return ParseKind::Dash; }
-    int Evaluate(SymbolList& list, SymbolList::iterator& position, bool firstPass,
-                 const Dimensions& dimensions) const override;
+    ErrorCode Evaluate(SymbolList& list, SymbolList::iterator& position, bool firstPass,
+                       const Dimensions& dimensions) const override;
 };
 
 class PrimeDoublePrimeSymbol final : public GenericSymbol {
@@ -86,32 +86,32 @@ public:
     // prime, the dash when asked for, the small number and the double prime.
     // Decimals: the small number by the settings. Fractions: the decimal
     // digits d choose the finest, 1/2^d, rounded to nearest and reduced.
-    std::int64_t Render(double value, const Dimensions& dims, char16_t* buffer, std::size_t size,
-                        const NumberSettings& settings) const override;
+    Result Render(double value, const Dimensions& dims, char16_t* buffer, std::size_t size,
+                  const NumberSettings& settings) const override;
     // The large number is part 0, any other part the small one: the bare
     // numbers, with one blank between a whole number and its fraction. Without
     // a large number every part is the small one.
-    std::int64_t RenderPart(int part, double value, const Dimensions& dims, char16_t* buffer,
-                            std::size_t size, const NumberSettings& settings) const override;
+    Result RenderPart(int part, double value, const Dimensions& dims, char16_t* buffer,
+                      std::size_t size, const NumberSettings& settings) const override;
     // Reads the numbers of one form at the head of the list, in part order,
     // into one result.
-    int ParsePart(SymbolList& list, int form) const override;
+    ErrorCode ParsePart(SymbolList& list, int form) const override;
     int LastPartIndex(int form) const override;
     // Form 0 from the string as it stands; with fractions, forms 1 and 2 too.
-    int MakeCustomSymbols(CustomSymbolList& out, const std::vector<std::u16string>& literals,
-                          const std::vector<int>& indices) const override;
+    ErrorCode MakeCustomSymbols(CustomSymbolList& out, const std::vector<std::u16string>& literals,
+                                const std::vector<int>& indices) const override;
 
     int SymbolId() const { return symbolId; }
 
 private:
     struct Start;
     // The steps that Render and RenderPart share: the value in the unit,
-    // nudged away from zero. 0, or minus an ErrorCode.
-    std::int64_t Begin(double value, const Dimensions& dims, const NumberSettings& settings,
-                       Start& start) const;
+    // nudged away from zero. UnitMismatch for other dimensions.
+    ErrorCode Begin(double value, const Dimensions& dims, const NumberSettings& settings,
+                    Start& start) const;
     // The small number: decimals, or a whole number and a reduced fraction.
-    std::int64_t WriteSmall(const Start& start, double x, char16_t* buffer, std::size_t size,
-                            const NumberSettings& settings) const;
+    Result WriteSmall(const Start& start, double x, char16_t* buffer, std::size_t size,
+                      const NumberSettings& settings) const;
     double Multiplier() const;
 
     int symbolId;

@@ -4,53 +4,54 @@
 
 namespace Mensura {
 
-std::int64_t SimpleFormatSymbol::Render(double, const Dimensions&, char16_t* buffer,
-                                        std::size_t size, const NumberSettings&) const {
-    if (buffer == nullptr || size == 0) return -static_cast<std::int64_t>(ErrorCode::Failure);
+Result SimpleFormatSymbol::Render(double, const Dimensions&, char16_t* buffer, std::size_t size,
+                                  const NumberSettings&) const {
+    if (buffer == nullptr || size == 0) return Result::Fail();
     std::size_t at = 0;
     if (!(flags & NoSpace)) buffer[at++] = u' ';
     // The text and its terminator must fit.
-    if (at + text.size() + 1 > size) return -static_cast<std::int64_t>(ErrorCode::Failure);
+    if (at + text.size() + 1 > size) return Result::Fail();
     text.copy(buffer + at, text.size());
     at += text.size();
-    buffer[at++] = 0;
-    return static_cast<std::int64_t>(at);
+    buffer[at] = 0;
+    return Result::Done(at);
 }
 
-std::int64_t NumberedSymbol::Render(double value, const Dimensions& dims, char16_t* buffer,
-                                    std::size_t size, const NumberSettings& settings) const {
-    const std::int64_t number = RenderPart(0, value, dims, buffer, size, settings);
-    if (number < 1) return number;
-    const std::size_t used = static_cast<std::size_t>(number - 1);
-    return SimpleFormatSymbol::Render(value, dims, buffer + used, size - used, settings);
+Result NumberedSymbol::Render(double value, const Dimensions& dims, char16_t* buffer,
+                              std::size_t size, const NumberSettings& settings) const {
+    const Result number = RenderPart(0, value, dims, buffer, size, settings);
+    if (!number.Ok()) return number;
+    const std::size_t used = number.length;
+    const Result symbol =
+        SimpleFormatSymbol::Render(value, dims, buffer + used, size - used, settings);
+    return symbol.Ok() ? Result::Done(used + symbol.length) : symbol;
 }
 
-std::int64_t NumberedSymbol::RenderPart(int part, double value, const Dimensions& dims,
-                                        char16_t* buffer, std::size_t size,
-                                        const NumberSettings& settings) const {
-    if (part != 0) return -static_cast<std::int64_t>(ErrorCode::Failure);
+Result NumberedSymbol::RenderPart(int part, double value, const Dimensions& dims, char16_t* buffer,
+                                  std::size_t size, const NumberSettings& settings) const {
+    if (part != 0) return Result::Fail();
     double inUnit = 0.0;
     const ErrorCode result = NumberConverter().DirectFromBase(value, dims, inUnit);
-    if (result != ErrorCode::Success) return -static_cast<std::int64_t>(result);
+    if (result != ErrorCode::Success) return Result::Fail(result);
     return settings.RenderNumber(inUnit, buffer, size, 0);
 }
 
-int NumberedSymbol::ParsePart(SymbolList& list, int form) const {
-    if (form != 0 || list.empty()) return 1;
+ErrorCode NumberedSymbol::ParsePart(SymbolList& list, int form) const {
+    if (form != 0 || list.empty()) return ErrorCode::ParseFailure;
     const SymbolList::iterator head = list.begin();
-    if (head.symbol()->AsNumber() == nullptr) return 1;
+    if (head.symbol()->AsNumber() == nullptr) return ErrorCode::ParseFailure;
     return MakeResult(list, head, NumberConverter());
 }
 
-int NumberedSymbol::MakeCustomSymbols(CustomSymbolList& out,
-                                      const std::vector<std::u16string>& literals,
-                                      const std::vector<int>& indices) const {
+ErrorCode NumberedSymbol::MakeCustomSymbols(CustomSymbolList& out,
+                                            const std::vector<std::u16string>& literals,
+                                            const std::vector<int>& indices) const {
     out.clear();
     return AppendCustomSymbol(out, this, literals, indices, 0);
 }
 
-int LinearSymbol::Evaluate(SymbolList& list, SymbolList::iterator& position, bool firstPass,
-                           const Dimensions&) const {
+ErrorCode LinearSymbol::Evaluate(SymbolList& list, SymbolList::iterator& position, bool firstPass,
+                                 const Dimensions&) const {
     const SymbolList::iterator self = position;
     if (firstPass) {
         // Beside any other unit, this is a size of degree, not a temperature.
@@ -66,7 +67,7 @@ int LinearSymbol::Evaluate(SymbolList& list, SymbolList::iterator& position, boo
             list.Replace<GenericOperand>(self, *sizeConverter);
         }
         ++position;
-        return 0;
+        return ErrorCode::Success;
     }
     return JoinNumberBefore(list, position, NumberConverter());
 }

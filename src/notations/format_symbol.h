@@ -1,14 +1,14 @@
 // The rendering side of symbols, and the unit symbols of the catalogue that
 // are a pure scale (GenericSymbol) or a scale with an offset (LinearSymbol).
 //
-// Result contract of Render: positive when the whole text with its terminator
-// stands in the buffer (the number is no length); minus an ErrorCode on
-// failure: -1 for a null buffer or a text that does not fit, -4 when the
-// value's dimensions are not the unit's. Never 0.
+// Results of Render: Success when the whole text with its terminator stands
+// in the buffer, its length the units before the terminator; Failure for a
+// null buffer or a text that does not fit, UnitMismatch when the value's
+// dimensions are not the unit's.
 //
-// RenderPart writes one number of a rendering: a positive result n means that
-// n - 1 units stand at the start of the buffer and the caller goes on writing
-// at n - 1; no terminator is promised there.
+// RenderPart writes one number of a rendering: its length is the units at the
+// start of the buffer, where the caller goes on writing; no terminator is
+// promised there.
 #ifndef MENSURA_NOTATIONS_FORMAT_SYMBOL_H
 #define MENSURA_NOTATIONS_FORMAT_SYMBOL_H
 
@@ -20,6 +20,7 @@
 #include <vector>
 
 #include "base/dimensions.h"
+#include "base/result.h"
 #include "grammar/parse_symbol.h"
 #include "numbers/number_settings.h"
 
@@ -35,25 +36,24 @@ class IFormatSymbol : public virtual ISymbol {
 public:
     const IFormatSymbol* AsFormat() const override { return this; }
     // Writes value, in base units of dims, with this symbol.
-    virtual std::int64_t Render(double value, const Dimensions& dims, char16_t* buffer,
-                                std::size_t size, const NumberSettings& settings) const = 0;
+    virtual Result Render(double value, const Dimensions& dims, char16_t* buffer, std::size_t size,
+                          const NumberSettings& settings) const = 0;
     // Writes one part (one number) of a rendering.
-    virtual std::int64_t RenderPart(int part, double value, const Dimensions& dims,
-                                    char16_t* buffer, std::size_t size,
-                                    const NumberSettings& settings) const = 0;
+    virtual Result RenderPart(int part, double value, const Dimensions& dims, char16_t* buffer,
+                              std::size_t size, const NumberSettings& settings) const = 0;
     // Reads the number at the head of `list` as a value in this unit, leaving a
-    // ResultSymbol in its place. 0, or non-zero to refuse.
-    virtual int ParsePart(SymbolList& list, int form) const = 0;
+    // ResultSymbol in its place. Success, or ParseFailure to refuse.
+    virtual ErrorCode ParsePart(SymbolList& list, int form) const = 0;
     // The highest part number that a symbol string of this form must use; -1
     // when the form does not exist.
     virtual int LastPartIndex(int form) const = 0;
     // Builds into `out`, which it clears first, the objects through which a
     // symbol string of this symbol renders and reads: `literals` and `indices`
-    // as SplitSymbolString gave them. 0, or non-zero with `out` empty when the
+    // as SplitSymbolString gave them. Success, or Failure with `out` empty when the
     // string does not fit the symbol.
-    virtual int MakeCustomSymbols(CustomSymbolList& out,
-                                  const std::vector<std::u16string>& literals,
-                                  const std::vector<int>& indices) const = 0;
+    virtual ErrorCode MakeCustomSymbols(CustomSymbolList& out,
+                                        const std::vector<std::u16string>& literals,
+                                        const std::vector<int>& indices) const = 0;
     // The display text, owned by the symbol.
     virtual const char16_t* GetText() const = 0;
 };
@@ -65,8 +65,8 @@ public:
     static constexpr std::uint32_t NoSpace = 1;
 
     // Writes the symbol alone: the blank, if any, and the text.
-    std::int64_t Render(double value, const Dimensions& dims, char16_t* buffer, std::size_t size,
-                        const NumberSettings& settings) const override;
+    Result Render(double value, const Dimensions& dims, char16_t* buffer, std::size_t size,
+                  const NumberSettings& settings) const override;
     const char16_t* GetText() const override { return text.data(); }
     std::uint32_t Flags() const { return flags; }
 
@@ -87,15 +87,15 @@ private:
 class NumberedSymbol : public SimpleFormatSymbol {
 public:
     // The number by RenderPart 0, then the symbol behind it.
-    std::int64_t Render(double value, const Dimensions& dims, char16_t* buffer, std::size_t size,
-                        const NumberSettings& settings) const override;
-    std::int64_t RenderPart(int part, double value, const Dimensions& dims, char16_t* buffer,
-                            std::size_t size, const NumberSettings& settings) const override;
-    int ParsePart(SymbolList& list, int form) const override;
+    Result Render(double value, const Dimensions& dims, char16_t* buffer, std::size_t size,
+                  const NumberSettings& settings) const override;
+    Result RenderPart(int part, double value, const Dimensions& dims, char16_t* buffer,
+                      std::size_t size, const NumberSettings& settings) const override;
+    ErrorCode ParsePart(SymbolList& list, int form) const override;
     int LastPartIndex(int form) const override { return form == 0 ? 0 : -1; }
     // One object of form 0.
-    int MakeCustomSymbols(CustomSymbolList& out, const std::vector<std::u16string>& literals,
-                          const std::vector<int>& indices) const override;
+    ErrorCode MakeCustomSymbols(CustomSymbolList& out, const std::vector<std::u16string>& literals,
+                                const std::vector<int>& indices) const override;
 
 protected:
     using SimpleFormatSymbol::SimpleFormatSymbol;
@@ -149,8 +149,8 @@ public:
           scaleConverter(&scale),
           sizeConverter(&size) {}
 
-    int Evaluate(SymbolList& list, SymbolList::iterator& position, bool firstPass,
-                 const Dimensions& dimensions) const override;
+    ErrorCode Evaluate(SymbolList& list, SymbolList::iterator& position, bool firstPass,
+                       const Dimensions& dimensions) const override;
     ParseKind Kind() const override { return ParseKind::Linear; }
     // The unit type of the absolute temperature that the symbol names.
     int ScaleUnit() const { return unit; }

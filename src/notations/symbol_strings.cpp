@@ -7,8 +7,6 @@ namespace Mensura {
 
 namespace {
 
-constexpr std::int64_t kFailure = -static_cast<std::int64_t>(ErrorCode::Failure);
-
 bool IsDigit(char16_t unit) {
     return unit >= u'0' && unit <= u'9';
 }
@@ -110,44 +108,43 @@ CustomSymbol::CustomSymbol(const IFormatSymbol* owner, const std::vector<std::u1
     }
 }
 
-std::int64_t CustomSymbol::Render(double value, const Dimensions& dims, char16_t* buffer,
-                                  std::size_t size, const NumberSettings& settings) const {
-    if (parent == nullptr || buffer == nullptr) return kFailure;
+Result CustomSymbol::Render(double value, const Dimensions& dims, char16_t* buffer,
+                            std::size_t size, const NumberSettings& settings) const {
+    if (parent == nullptr || buffer == nullptr) return Result::Fail();
     std::size_t at = 0;
     for (std::size_t i = 0; i < literals.size(); ++i) {
         const std::u16string& literal = literals[i];
-        if (size - at <= literal.size()) return kFailure;
+        if (size - at <= literal.size()) return Result::Fail();
         std::copy(literal.begin(), literal.end(), buffer + at);
         at += literal.size();
         if (i < indices.size()) {
-            const std::int64_t part =
+            const Result part =
                 RenderPart(static_cast<int>(i), value, dims, buffer + at, size - at, settings);
-            if (part < 1) return kFailure;
-            at += static_cast<std::size_t>(part - 1);
+            if (!part.Ok()) return Result::Fail();
+            at += part.length;
         }
     }
-    if (at >= size) return kFailure;
-    buffer[at++] = 0;
-    return static_cast<std::int64_t>(at);
+    if (at >= size) return Result::Fail();
+    buffer[at] = 0;
+    return Result::Done(at);
 }
 
-std::int64_t CustomSymbol::RenderPart(int part, double value, const Dimensions& dims,
-                                      char16_t* buffer, std::size_t size,
-                                      const NumberSettings& settings) const {
+Result CustomSymbol::RenderPart(int part, double value, const Dimensions& dims, char16_t* buffer,
+                                std::size_t size, const NumberSettings& settings) const {
     if (parent == nullptr || part < 0 || static_cast<std::size_t>(part) >= indices.size()) {
-        return kFailure;
+        return Result::Fail();
     }
     return parent->RenderPart(indices[part], value, dims, buffer, size, settings);
 }
 
-int CustomSymbol::ParsePart(SymbolList& list, int asked) const {
-    if (parent == nullptr || asked != form) return 1;
+ErrorCode CustomSymbol::ParsePart(SymbolList& list, int asked) const {
+    if (parent == nullptr || asked != form) return ErrorCode::ParseFailure;
     int count = 0;
     for (SymbolList::iterator it = list.begin(); it != list.end() && it.symbol()->AsNumber();
          ++it) {
         ++count;
     }
-    if (static_cast<std::size_t>(count) != indices.size()) return 1;
+    if (static_cast<std::size_t>(count) != indices.size()) return ErrorCode::ParseFailure;
     // The number written at position i goes to position indices[i]: each cycle
     // of the permutation is rotated once, from its smallest position.
     for (int start = 0; start < count; ++start) {
@@ -166,30 +163,30 @@ int CustomSymbol::LastPartIndex(int asked) const {
     return asked == form ? parent->LastPartIndex(form) : -1;
 }
 
-int CustomSymbol::MakeCustomSymbols(CustomSymbolList&, const std::vector<std::u16string>&,
-                                    const std::vector<int>&) const {
-    return 3;
+ErrorCode CustomSymbol::MakeCustomSymbols(CustomSymbolList&, const std::vector<std::u16string>&,
+                                          const std::vector<int>&) const {
+    return ErrorCode::NotSet;
 }
 
 const char16_t* CustomSymbol::GetText() const {
     return parent != nullptr ? parent->GetText() : nullptr;
 }
 
-int CustomSymbol::Evaluate(SymbolList& list, SymbolList::iterator& position, bool,
-                           const Dimensions&) const {
-    if (ParsePart(list, form) != 0) return 1;
+ErrorCode CustomSymbol::Evaluate(SymbolList& list, SymbolList::iterator& position, bool,
+                                 const Dimensions&) const {
+    if (ParsePart(list, form) != ErrorCode::Success) return ErrorCode::ParseFailure;
     list.Erase(position);
     position = list.begin();
-    return 0;
+    return ErrorCode::Success;
 }
 
-int AppendCustomSymbol(CustomSymbolList& out, const IFormatSymbol* parent,
-                       const std::vector<std::u16string>& literals, const std::vector<int>& indices,
-                       int form) {
+ErrorCode AppendCustomSymbol(CustomSymbolList& out, const IFormatSymbol* parent,
+                             const std::vector<std::u16string>& literals,
+                             const std::vector<int>& indices, int form) {
     auto symbol = std::make_unique<CustomSymbol>(parent, literals, indices, form);
-    if (!symbol->IsValid()) return 1;
+    if (!symbol->IsValid()) return ErrorCode::Failure;
     out.push_back(std::move(symbol));
-    return 0;
+    return ErrorCode::Success;
 }
 
 CustomDictionary::Node* CustomDictionary::Child(const Node& node, const std::u16string& literal) {
@@ -198,7 +195,7 @@ CustomDictionary::Node* CustomDictionary::Child(const Node& node, const std::u16
     return child != nullptr && matched == literal.size() ? child : nullptr;
 }
 
-int CustomDictionary::Put(const CustomSymbol& symbol) {
+ErrorCode CustomDictionary::Put(const CustomSymbol& symbol) {
     // A path that ends in a taken slot existed whole: a refusal makes no node.
     Node* node = &root;
     for (const std::u16string& literal : symbol.Literals()) {
@@ -210,9 +207,9 @@ int CustomDictionary::Put(const CustomSymbol& symbol) {
         }
         node = child;
     }
-    if (node->symbol != nullptr) return 1;
+    if (node->symbol != nullptr) return ErrorCode::Failure;
     node->symbol = &symbol;
-    return 0;
+    return ErrorCode::Success;
 }
 
 void CustomDictionary::TakeOut(const CustomSymbol& symbol) {
@@ -255,7 +252,8 @@ ErrorCode SymbolStrings::Set(Use use, int symbol, const IFormatSymbol* parent,
     SymbolStringParts parts;
     if (!SplitSymbolString(text, parts)) return ErrorCode::Failure;
     CustomSymbolList made;
-    if (parent->MakeCustomSymbols(made, parts.literals, parts.indices) != 0 || made.empty()) {
+    if (parent->MakeCustomSymbols(made, parts.literals, parts.indices) != ErrorCode::Success ||
+        made.empty()) {
         return ErrorCode::Failure;
     }
     std::u16string stored(text);
@@ -278,7 +276,7 @@ ErrorCode SymbolStrings::Set(Use use, int symbol, const IFormatSymbol* parent,
     };
     std::size_t put = 0;
     try {
-        while (put < made.size() && dictionary.Put(*made[put]) == 0) ++put;
+        while (put < made.size() && dictionary.Put(*made[put]) == ErrorCode::Success) ++put;
     } catch (...) {
         // Out of memory midway: no path may keep a new object, which goes
         // with this call. Should the old paths not fit again either, their
@@ -339,14 +337,14 @@ ErrorCode SymbolStrings::Read(const NumberSettings& numbers, SymbolList& leading
         if (*cursor == 0) break;
         double number = 0.0;
         std::uint32_t flags = 0;
-        const std::int64_t length = numbers.ScanNumber(cursor, &number, &flags);
-        if (length <= 0) break;
+        const Result scanned = numbers.ScanNumber(cursor, &number, &flags);
+        if (!scanned.Ok()) break;
         work.PushBackNew<NumberSymbol>(number, flags);
-        cursor += length;
+        cursor += scanned.length;
     }
     if (*cursor != 0 || node->Symbol() == nullptr) return ErrorCode::Failure;
     work.PushBack(node->Symbol());
-    if (EvaluateList(work, dimensions) != 0) return ErrorCode::Failure;
+    if (EvaluateList(work, dimensions) != ErrorCode::Success) return ErrorCode::Failure;
     return ReadResult(work, value, dimensions);
 }
 

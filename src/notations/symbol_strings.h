@@ -57,29 +57,29 @@ public:
     int Form() const { return form; }
 
     // Literals and parts in the order of the text. Any part that fails makes
-    // the result -1, a dimension mismatch included; so does a null buffer, an
+    // the result Failure, a dimension mismatch included; so does a null buffer, an
     // invalid object or a text that does not fit with its terminator.
-    std::int64_t Render(double value, const Dimensions& dims, char16_t* buffer, std::size_t size,
-                        const NumberSettings& settings) const override;
+    Result Render(double value, const Dimensions& dims, char16_t* buffer, std::size_t size,
+                  const NumberSettings& settings) const override;
     // Placeholder i of the text: parent's part indices[i].
-    std::int64_t RenderPart(int part, double value, const Dimensions& dims, char16_t* buffer,
-                            std::size_t size, const NumberSettings& settings) const override;
+    Result RenderPart(int part, double value, const Dimensions& dims, char16_t* buffer,
+                      std::size_t size, const NumberSettings& settings) const override;
     // Puts the numbers at the head of the list, one per placeholder, into the
     // order of the parts and lets parent read them.
-    int ParsePart(SymbolList& list, int form) const override;
+    ErrorCode ParsePart(SymbolList& list, int form) const override;
     // -3 for an invalid object; parent's for its own form; else -1.
     int LastPartIndex(int form) const override;
-    // Always 3: a symbol string cannot be set on a symbol string.
-    int MakeCustomSymbols(CustomSymbolList& out, const std::vector<std::u16string>& literals,
-                          const std::vector<int>& indices) const override;
+    // Always NotSet: a symbol string cannot be set on a symbol string.
+    ErrorCode MakeCustomSymbols(CustomSymbolList& out, const std::vector<std::u16string>& literals,
+                                const std::vector<int>& indices) const override;
     // Parent's text, or null for an invalid object.
     const char16_t* GetText() const override;
 
     // In whichever pass reaches it, the first: reads the numbers in front of
     // it by ParsePart, takes its own element out and sends the engine back to
     // the start of the list.
-    int Evaluate(SymbolList& list, SymbolList::iterator& position, bool firstPass,
-                 const Dimensions& dimensions) const override;
+    ErrorCode Evaluate(SymbolList& list, SymbolList::iterator& position, bool firstPass,
+                       const Dimensions& dimensions) const override;
     ParseKind Kind() const override { return ParseKind::Custom; }
 
 private:
@@ -89,11 +89,11 @@ private:
     int form;
 };
 
-// Makes a CustomSymbol and appends it to out. 1, with out as it was, when the
+// Makes a CustomSymbol and appends it to out. Failure, with out as it was, when the
 // object is invalid.
-int AppendCustomSymbol(CustomSymbolList& out, const IFormatSymbol* parent,
-                       const std::vector<std::u16string>& literals, const std::vector<int>& indices,
-                       int form);
+ErrorCode AppendCustomSymbol(CustomSymbolList& out, const IFormatSymbol* parent,
+                             const std::vector<std::u16string>& literals,
+                             const std::vector<int>& indices, int form);
 
 // The reading side of a formatter's symbol strings. A node holds at most one
 // CustomSymbol, not owned, and leads by literal texts to child nodes: the
@@ -125,8 +125,8 @@ public:
     bool Empty() const { return root.children.empty(); }
 
     // Puts symbol at the end of the path of its literals, making the nodes
-    // that are missing. 1, with nothing changed, when a symbol stands there.
-    int Put(const CustomSymbol& symbol);
+    // that are missing. Failure, with nothing changed, when a symbol stands there.
+    ErrorCode Put(const CustomSymbol& symbol);
     // Clears symbol from the end of its path, if it stands there, and erases
     // the nodes that then lead nowhere.
     void TakeOut(const CustomSymbol& symbol);

@@ -13,6 +13,7 @@
 #include <vector>
 
 #include "base/radix_tree.h"
+#include "base/result.h"
 #include "mensura/mensura.hpp"
 
 namespace Mensura {
@@ -89,33 +90,32 @@ public:
     const NumberTokenTree& NumberTokens() const { return numberTokens; }
 
     // Renders value into buffer by the settings, with the RenderMode bits.
-    // Writes no terminator. Returns the number of units written plus 1, so
-    // the caller goes on writing at the result minus 1; or -1 when buffer is
-    // null, capacity is 0, the style is unknown or the text does not fit (the
-    // digits need room for a sign and a terminator besides: 1.00 needs a
-    // capacity of 6). `decimals`, when not negative, takes the place of the
-    // decimal digits setting for this one number; WholeNumber still wins over
-    // it. The settings never change.
+    // Writes no terminator; the length is the units written, where the caller
+    // goes on writing. Failure when buffer is null, capacity is 0, the style
+    // is unknown or the text does not fit (the digits need room for a sign
+    // and a terminator besides: 1.00 needs a capacity of 6). `decimals`, when
+    // not negative, takes the place of the decimal digits setting for this
+    // one number; WholeNumber still wins over it. The settings never change.
     static constexpr int kSettingsDecimals = -1;
-    std::int64_t RenderNumber(double value, char16_t* buffer, std::size_t capacity, unsigned mode,
-                              int decimals = kSettingsDecimals) const;
+    Result RenderNumber(double value, char16_t* buffer, std::size_t capacity, unsigned mode,
+                        int decimals = kSettingsDecimals) const;
 
-    // The length of the number at the start of text by these digits, signs
-    // and separators; 0 when none stands there, -1 when value is null. Writes
-    // value and *flags (the NumberFlags seen) only for a number. Most places
-    // of a text hold a unit or an operator, which the first look turns away
-    // without a call.
-    std::int64_t ScanNumber(const char16_t* text, double* value, std::uint32_t* flags) const {
-        if (value == nullptr) return -1;
+    // The number at the start of text by these digits, signs and separators:
+    // its length; ParseFailure when none stands there, Failure when value is
+    // null. Writes value and *flags (the NumberFlags seen) only for a number.
+    // Most places of a text hold a unit or an operator, which the first look
+    // turns away without a call.
+    Result ScanNumber(const char16_t* text, double* value, std::uint32_t* flags) const {
+        if (value == nullptr) return Result::Fail();
         // Only an empty sign could stand here, and a sign alone is no number;
         // no token begins with the terminator.
-        if (text == nullptr || !MayStartToken(*text)) return 0;
+        if (text == nullptr || !MayStartToken(*text)) return Result::Fail(ErrorCode::ParseFailure);
         return ReadNumber(text, value, flags);
     }
 
 private:
     // The scanner behind ScanNumber's first look.
-    std::int64_t ReadNumber(const char16_t* text, double* value, std::uint32_t* flags) const;
+    Result ReadNumber(const char16_t* text, double* value, std::uint32_t* flags) const;
     // Erases the old text from NumberTokens, stores the new one, and inserts
     // it with code.
     void ReplaceToken(std::u16string& setting, const char16_t* text, int code);

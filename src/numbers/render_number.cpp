@@ -84,21 +84,21 @@ bool WriteReversed(char16_t* out, const std::u16string& text, std::size_t limit)
 
 }  // namespace
 
-std::int64_t NumberSettings::RenderNumber(double value, char16_t* buffer, std::size_t capacity,
-                                          unsigned mode, int decimals) const {
-    if (buffer == nullptr || capacity == 0) return -1;
+Result NumberSettings::RenderNumber(double value, char16_t* buffer, std::size_t capacity,
+                                    unsigned mode, int decimals) const {
+    if (buffer == nullptr || capacity == 0) return Result::Fail();
     if (value == 0.0) value = 0.0;  // no sign for -0.0; a NaN stays as it is
     const int precision = (mode & RenderMode::WholeNumber) != 0 ? 0
                           : decimals < 0                        ? decimalDigits
                                                                 : decimals;
     Style style;
-    if (!StyleOf(numberFormat, style)) return -1;
+    if (!StyleOf(numberFormat, style)) return Result::Fail();
 
     // The printed text with its sign and a terminator must fit into capacity,
     // though the plus sign may vanish in translation.
     char scratch[kScratchSize];
     const std::size_t length = Print(value, style, precision, scratch, sizeof scratch);
-    if (length == 0 || length + 1 > capacity) return -1;
+    if (length == 0 || length + 1 > capacity) return Result::Fail();
 
     // With decimals, grouping starts at the decimal point.
     const bool groupsFromPoint = style.grouped && groupSizes[0] != 0;
@@ -113,7 +113,7 @@ std::int64_t NumberSettings::RenderNumber(double value, char16_t* buffer, std::s
     };
     for (std::size_t i = length; i-- > 0;) {
         const char u = scratch[i];
-        if (n >= capacity) return -1;
+        if (n >= capacity) return Result::Fail();
         if (u >= '0' && u <= '9') {
             // A separator goes only in front of a digit: never before the
             // sign and never at the start of the number.
@@ -121,16 +121,16 @@ std::int64_t NumberSettings::RenderNumber(double value, char16_t* buffer, std::s
                 if (++g == groupSizes.size()) g = groupSizes.size() - 1;
                 c = 0;
                 grouping = groupSizes[g] != 0;
-                if (!write(groupSeparator) || n >= capacity) return -1;
+                if (!write(groupSeparator) || n >= capacity) return Result::Fail();
             }
             buffer[n++] = nativeDigits[u - '0'];
             ++c;
         } else if (u == '+') {
-            if (!write(positiveSign)) return -1;
+            if (!write(positiveSign)) return Result::Fail();
         } else if (u == '-') {
-            if (!write(negativeSign)) return -1;
+            if (!write(negativeSign)) return Result::Fail();
         } else if (u == '.') {
-            if (!write(decimalSeparator)) return -1;
+            if (!write(decimalSeparator)) return Result::Fail();
             if (groupsFromPoint) {
                 grouping = true;
                 c = 0;
@@ -142,9 +142,10 @@ std::int64_t NumberSettings::RenderNumber(double value, char16_t* buffer, std::s
         }
     }
     // The plus sign is already translated, so this sign stands in front of it.
-    if ((mode & RenderMode::SignOnZero) != 0 && value == 0.0 && !write(negativeSign)) return -1;
+    if ((mode & RenderMode::SignOnZero) != 0 && value == 0.0 && !write(negativeSign))
+        return Result::Fail();
     std::reverse(buffer, buffer + n);
-    return static_cast<std::int64_t>(n) + 1;
+    return Result::Done(n);
 }
 
 }  // namespace Mensura

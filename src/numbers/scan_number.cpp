@@ -7,8 +7,8 @@
 
 namespace Mensura {
 
-std::int64_t NumberSettings::ReadNumber(const char16_t* text, double* value,
-                                        std::uint32_t* flagsOut) const {
+Result NumberSettings::ReadNumber(const char16_t* text, double* value,
+                                  std::uint32_t* flagsOut) const {
     enum class State {
         Start,
         Signed,
@@ -129,7 +129,7 @@ std::int64_t NumberSettings::ReadNumber(const char16_t* text, double* value,
         if (text[position] == 0) break;
         code = TokenAt(text + position);
     }
-    if (consumed == 0) return 0;
+    if (consumed == 0) return Result::Fail(ErrorCode::ParseFailure);
 
     // Only what the consumed length covers shows in the flags and the value.
     if (!(flags & NumberFlags::ExponentDigits)) {
@@ -140,7 +140,7 @@ std::int64_t NumberSettings::ReadNumber(const char16_t* text, double* value,
     if (exponent != 0.0) result = std::pow(10.0, exponentSign * exponent) * result;
     *value = result;
     if (flagsOut != nullptr) *flagsOut = flags;
-    return static_cast<std::int64_t>(consumed);
+    return Result::Done(consumed);
 }
 
 }  // namespace Mensura

@@ -59,7 +59,7 @@ const ResultSymbol* OnlyResult(SymbolList& list) {
 TEST(EvaluateList, ANumberAndAUnitReduceToAResultInBaseUnits) {
     SymbolList list;
     Build(list, {5.0, kFoot});
-    ASSERT_EQ(EvaluateList(list, kLength), 0);
+    ASSERT_EQ(EvaluateList(list, kLength), ErrorCode::Success);
     const ResultSymbol* result = OnlyResult(list);
     ASSERT_NE(result, nullptr);
     EXPECT_TRUE(SameBits(result->Value(), 1.524));
@@ -81,7 +81,7 @@ TEST(EvaluateList, RefusesListsThatCannotReduce) {
     for (std::size_t i = 0; i < refused.size(); ++i) {
         SymbolList list;
         Build(list, refused[i]);
-        EXPECT_EQ(EvaluateList(list, kLength), 1) << "row " << i;
+        EXPECT_EQ(EvaluateList(list, kLength), ErrorCode::ParseFailure) << "row " << i;
     }
 }
 
@@ -95,7 +95,7 @@ TEST(EvaluateList, EqualPrioritiesApplyLeftToRight) {
     for (const auto& row : rows) {
         SymbolList list;
         Build(list, row);
-        ASSERT_EQ(EvaluateList(list, kLength), 0);
+        ASSERT_EQ(EvaluateList(list, kLength), ErrorCode::Success);
         const ResultSymbol* result = OnlyResult(list);
         ASSERT_NE(result, nullptr);
         EXPECT_EQ(result->Value(), 5.0);
@@ -107,7 +107,7 @@ TEST(EvaluateList, AHigherPriorityOnTheRightGoesFirst) {
     // 5 kg/m²: the quotient sees the square behind the meter and lets it go first.
     SymbolList list;
     Build(list, {5.0, kKilogram, kOver, kMeter, kSquare});
-    ASSERT_EQ(EvaluateList(list, kNone), 0);
+    ASSERT_EQ(EvaluateList(list, kNone), ErrorCode::Success);
     const ResultSymbol* result = OnlyResult(list);
     ASSERT_NE(result, nullptr);
     EXPECT_EQ(result->Value(), 5.0);
@@ -116,7 +116,7 @@ TEST(EvaluateList, AHigherPriorityOnTheRightGoesFirst) {
     // 2 ft² is 2 square feet, not (2 ft)².
     SymbolList area;
     Build(area, {2.0, kFoot, kSquare});
-    ASSERT_EQ(EvaluateList(area, kNone), 0);
+    ASSERT_EQ(EvaluateList(area, kNone), ErrorCode::Success);
     ASSERT_NE(OnlyResult(area), nullptr);
     EXPECT_TRUE(SameBits(OnlyResult(area)->Value(), 2.0 * (0.3048 * 0.3048)));
 }
@@ -125,7 +125,7 @@ TEST(EvaluateList, UnitsCombineBeforeTheNumberJoins) {
     // No dimensions are checked here: 5 ft/s reduces whatever the target.
     SymbolList list;
     Build(list, {5.0, kFoot, kOver, kSecond});
-    ASSERT_EQ(EvaluateList(list, kLength), 0);
+    ASSERT_EQ(EvaluateList(list, kLength), ErrorCode::Success);
     ASSERT_NE(OnlyResult(list), nullptr);
     EXPECT_EQ(OnlyResult(list)->GetConverter().GetDimensions(), (Dimensions{1, 0, -1, 0, 0, 0, 0}));
     EXPECT_TRUE(SameBits(OnlyResult(list)->Value(), 5.0 * 0.3048));

@@ -167,9 +167,12 @@ TEST(DegreesSymbol, TheBufferMustHoldTheTextAndItsTerminator) {
     }
     const NumberSettings impl;
     char16_t buffer[16];
-    EXPECT_EQ(Pattern(kBearing)->Render(0.0, Dimensions{}, nullptr, 16, impl), -1);
-    EXPECT_EQ(Pattern(kAngle)->Render(0.0, Dimensions{1}, buffer, 16, impl), -4);
-    EXPECT_EQ(Pattern(kBearing)->Render(0.0, Dimensions{1}, buffer, 16, impl), -4);
+    EXPECT_EQ(Pattern(kBearing)->Render(0.0, Dimensions{}, nullptr, 16, impl).code,
+              ErrorCode::Failure);
+    EXPECT_EQ(Pattern(kAngle)->Render(0.0, Dimensions{1}, buffer, 16, impl).code,
+              ErrorCode::UnitMismatch);
+    EXPECT_EQ(Pattern(kBearing)->Render(0.0, Dimensions{1}, buffer, 16, impl).code,
+              ErrorCode::UnitMismatch);
 }
 
 // Six decimals on the seconds come from a decimal digits setting of 10; the
@@ -187,7 +190,8 @@ TEST(DegreesSymbol, TheDecimalDigitsSettingStaysAsItWas) {
     EXPECT_EQ(Render(impl, -45.51, kAngle, 12), u"#1");
     EXPECT_EQ(impl.GetNumberDecimalDigits(), 10);
     char16_t part[32];
-    EXPECT_EQ(Pattern(kAngle)->RenderPart(2, 1.0, Dimensions{}, part, 3, impl), -1);
+    EXPECT_EQ(Pattern(kAngle)->RenderPart(2, 1.0, Dimensions{}, part, 3, impl).code,
+              ErrorCode::Failure);
     EXPECT_EQ(impl.GetNumberDecimalDigits(), 10);
     // Plain numbers go on with ten decimals.
     char16_t buffer[32];
@@ -225,10 +229,11 @@ TEST(DegreesSymbol, PartsByDecimalDigits) {
         const auto impl = WithDigits(row.digits);
         for (int part = 0; part < 3; ++part) {
             char16_t buffer[32];
-            const std::int64_t result = Pattern(kAngle)->RenderPart(
-                part, row.degrees * degree, Dimensions{}, buffer, 32, *impl);
+            const Result result = Pattern(kAngle)->RenderPart(part, row.degrees * degree,
+                                                              Dimensions{}, buffer, 32, *impl);
             const std::u16string text(row.parts[part]);
-            ASSERT_EQ(result, static_cast<std::int64_t>(text.size()) + 1)
+            ASSERT_TRUE(result.Ok()) << row.degrees << " part " << part;
+            ASSERT_EQ(result.length, text.size())
                 << row.degrees << " part " << part << " with d = " << row.digits;
             EXPECT_EQ(std::u16string(buffer, text.size()), text);
         }
@@ -236,12 +241,15 @@ TEST(DegreesSymbol, PartsByDecimalDigits) {
     const NumberSettings impl;
     char16_t buffer[32];
     for (int part : {-1, 3}) {
-        EXPECT_EQ(Pattern(kAngle)->RenderPart(part, 1.0, Dimensions{}, buffer, 32, impl), -1);
+        EXPECT_EQ(Pattern(kAngle)->RenderPart(part, 1.0, Dimensions{}, buffer, 32, impl).code,
+                  ErrorCode::Failure);
     }
     for (int part : {0, 1, 2}) {
-        EXPECT_EQ(Pattern(kBearing)->RenderPart(part, 1.0, Dimensions{}, buffer, 32, impl), -1);
+        EXPECT_EQ(Pattern(kBearing)->RenderPart(part, 1.0, Dimensions{}, buffer, 32, impl).code,
+                  ErrorCode::Failure);
     }
-    EXPECT_EQ(Pattern(kAngle)->RenderPart(0, 1.0, Dimensions{0, 0, 1}, buffer, 32, impl), -4);
+    EXPECT_EQ(Pattern(kAngle)->RenderPart(0, 1.0, Dimensions{0, 0, 1}, buffer, 32, impl).code,
+              ErrorCode::UnitMismatch);
     EXPECT_EQ(Pattern(kAngle)->LastPartIndex(0), 2);
     EXPECT_EQ(Pattern(kBearing)->LastPartIndex(0), 2);
     EXPECT_EQ(Pattern(kAngle)->LastPartIndex(1), -1);
@@ -264,7 +272,7 @@ TEST(DegreesSymbol, ThreeNumbersReadAsOneAngle) {
         SymbolList list;
         for (double number : row.numbers) list.PushBackNew<NumberSymbol>(number, 0u);
         list.PushBackNew<NumberSymbol>(7.0, 0u);
-        ASSERT_EQ(Pattern(kBearing)->ParsePart(list, 0), 0) << row.degrees;
+        ASSERT_EQ(Pattern(kBearing)->ParsePart(list, 0), ErrorCode::Success) << row.degrees;
         ASSERT_EQ(list.size(), 2u);
         const auto* result = dynamic_cast<const ResultSymbol*>(list.begin().symbol());
         ASSERT_NE(result, nullptr);
@@ -274,13 +282,13 @@ TEST(DegreesSymbol, ThreeNumbersReadAsOneAngle) {
     SymbolList two;
     two.PushBackNew<NumberSymbol>(1.0, 0u);
     two.PushBackNew<NumberSymbol>(2.0, 0u);
-    EXPECT_NE(Pattern(kAngle)->ParsePart(two, 0), 0);
+    EXPECT_NE(Pattern(kAngle)->ParsePart(two, 0), ErrorCode::Success);
     two.PushBack(Pattern(kAngle));
-    EXPECT_NE(Pattern(kAngle)->ParsePart(two, 0), 0);  // the third is no number
+    EXPECT_NE(Pattern(kAngle)->ParsePart(two, 0), ErrorCode::Success);  // the third is no number
     two.Erase(two.begin().next().next());
     two.PushBackNew<NumberSymbol>(3.0, 0u);
-    EXPECT_NE(Pattern(kAngle)->ParsePart(two, 1), 0);
-    EXPECT_EQ(Pattern(kAngle)->ParsePart(two, 0), 0);
+    EXPECT_NE(Pattern(kAngle)->ParsePart(two, 1), ErrorCode::Success);
+    EXPECT_EQ(Pattern(kAngle)->ParsePart(two, 0), ErrorCode::Success);
 }
 
 }  // namespace

@@ -173,9 +173,11 @@ TEST(FeetInchesSymbol, TheBufferMustHoldTheTextAndItsTerminator) {
         }
     }
     char16_t buffer[16];
-    EXPECT_EQ(Pattern(kFraction)->Render(1.0, Dimensions{1}, nullptr, 16, impl), -1);
+    EXPECT_EQ(Pattern(kFraction)->Render(1.0, Dimensions{1}, nullptr, 16, impl).code,
+              ErrorCode::Failure);
     // A mass is no length.
-    EXPECT_EQ(Pattern(kFraction)->Render(1.0, Dimensions{0, 1}, buffer, 16, impl), -4);
+    EXPECT_EQ(Pattern(kFraction)->Render(1.0, Dimensions{0, 1}, buffer, 16, impl).code,
+              ErrorCode::UnitMismatch);
     EXPECT_EQ(Render(impl, 1.0, kFraction, 0x5001), u"#4");
 }
 
@@ -202,12 +204,12 @@ TEST(FeetInchesSymbol, PartsAreTheBareNumbers) {
     for (const auto& row : rows) {
         char16_t buffer[32];
         std::fill(std::begin(buffer), std::end(buffer), u'#');
-        const std::int64_t result =
+        const Result result =
             Pattern(row.symbol)
                 ->RenderPart(row.part, row.inches * inch, Dimensions{1}, buffer, 32, impl);
         const std::u16string text(row.text);
-        ASSERT_EQ(result, static_cast<std::int64_t>(text.size()) + 1)
-            << Narrow(text) << " part " << row.part;
+        ASSERT_TRUE(result.Ok()) << Narrow(text) << " part " << row.part;
+        ASSERT_EQ(result.length, text.size()) << Narrow(text) << " part " << row.part;
         EXPECT_EQ(std::u16string(buffer, text.size()), text) << row.inches;
     }
 }
@@ -237,7 +239,8 @@ void ExpectForms(int symbol, const char16_t* text, const std::vector<Form>& form
     SymbolStringParts parts;
     ASSERT_TRUE(SplitSymbolString(text, parts)) << Narrow(text);
     CustomSymbolList out;
-    ASSERT_EQ(Pattern(symbol)->MakeCustomSymbols(out, parts.literals, parts.indices), 0)
+    ASSERT_EQ(Pattern(symbol)->MakeCustomSymbols(out, parts.literals, parts.indices),
+              ErrorCode::Success)
         << Narrow(text);
     ASSERT_EQ(out.size(), forms.size()) << Narrow(text);
     for (std::size_t i = 0; i < forms.size(); ++i) {
@@ -278,7 +281,8 @@ TEST(FeetInchesSymbol, AStringThatDoesNotFitMakesNothing) {
         for (int symbol : {kPlain, kFraction, kMinutes}) {
             CustomSymbolList out;
             out.push_back(nullptr);  // cleared first
-            EXPECT_EQ(Pattern(symbol)->MakeCustomSymbols(out, parts.literals, parts.indices), 1)
+            EXPECT_EQ(Pattern(symbol)->MakeCustomSymbols(out, parts.literals, parts.indices),
+                      ErrorCode::Failure)
                 << Narrow(text);
             EXPECT_TRUE(out.empty());
         }
@@ -286,7 +290,8 @@ TEST(FeetInchesSymbol, AStringThatDoesNotFitMakesNothing) {
     SymbolStringParts two;
     ASSERT_TRUE(SplitSymbolString(u"{0} {1}", two));
     CustomSymbolList out;
-    EXPECT_EQ(Pattern(kInches)->MakeCustomSymbols(out, two.literals, two.indices), 1);
+    EXPECT_EQ(Pattern(kInches)->MakeCustomSymbols(out, two.literals, two.indices),
+              ErrorCode::Failure);
     EXPECT_TRUE(out.empty());
 }
 
@@ -323,7 +328,7 @@ TEST(FeetInchesSymbol, EachFormReadsItsNumbers) {
         SymbolList list;
         for (double number : row.numbers) list.PushBackNew<NumberSymbol>(number, 0u);
         list.PushBackNew<NumberSymbol>(99.0, 0u);  // not read: it stays
-        ASSERT_EQ(Pattern(row.symbol)->ParsePart(list, row.form), 0)
+        ASSERT_EQ(Pattern(row.symbol)->ParsePart(list, row.form), ErrorCode::Success)
             << std::hex << row.symbol << std::dec << " form " << row.form;
         ASSERT_EQ(list.size(), 2u);
         const auto* result = dynamic_cast<const ResultSymbol*>(list.begin().symbol());
@@ -354,7 +359,7 @@ TEST(FeetInchesSymbol, ReadingRefusals) {
     for (const auto& row : rows) {
         SymbolList list;
         for (double number : row.numbers) list.PushBackNew<NumberSymbol>(number, 0u);
-        EXPECT_NE(Pattern(row.symbol)->ParsePart(list, row.form), 0)
+        EXPECT_NE(Pattern(row.symbol)->ParsePart(list, row.form), ErrorCode::Success)
             << std::hex << row.symbol << std::dec << " form " << row.form;
         EXPECT_EQ(list.size(), row.numbers.size());  // nothing changed
     }
@@ -362,7 +367,7 @@ TEST(FeetInchesSymbol, ReadingRefusals) {
     SymbolList list;
     list.PushBackNew<NumberSymbol>(5.0, 0u);
     list.PushBack(Pattern(kPlain));
-    EXPECT_NE(Pattern(kPlain)->ParsePart(list, 0), 0);
+    EXPECT_NE(Pattern(kPlain)->ParsePart(list, 0), ErrorCode::Success);
 }
 
 }  // namespace

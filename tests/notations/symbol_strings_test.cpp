@@ -119,14 +119,14 @@ TEST(CustomSymbol, FaceOfASymbol) {
     EXPECT_EQ(feet.AsFormat(), &feet);
     EXPECT_EQ(feet.AsParse(), &feet);
     CustomSymbolList out;
-    EXPECT_EQ(feet.MakeCustomSymbols(out, {u""}, {0}), 3);
+    EXPECT_EQ(feet.MakeCustomSymbols(out, {u""}, {0}), ErrorCode::NotSet);
     EXPECT_TRUE(out.empty());
     // A plain symbol makes one object of form 0, or nothing.
-    ASSERT_EQ(Meter()->MakeCustomSymbols(out, {u"", u" meters"}, {0}), 0);
+    ASSERT_EQ(Meter()->MakeCustomSymbols(out, {u"", u" meters"}, {0}), ErrorCode::Success);
     ASSERT_EQ(out.size(), 1u);
     EXPECT_EQ(out[0]->Form(), 0);
     EXPECT_EQ(out[0]->Parent(), Meter());
-    EXPECT_EQ(Meter()->MakeCustomSymbols(out, {u"", u" "}, {0, 1}), 1);
+    EXPECT_EQ(Meter()->MakeCustomSymbols(out, {u"", u" "}, {0, 1}), ErrorCode::Failure);
     EXPECT_TRUE(out.empty());
 }
 
@@ -155,25 +155,27 @@ TEST(CustomSymbol, RendersLiteralsAndPartsInTheOrderOfTheText) {
         const Dimensions dims = UnitTable::Instance().FindConverter(row.parent)->GetDimensions();
         const std::u16string text(row.text);
         char16_t buffer[40];
-        EXPECT_EQ(symbol.Render(row.value, dims, buffer, 40, impl),
-                  static_cast<std::int64_t>(text.size()) + 1);
+        const Result result = symbol.Render(row.value, dims, buffer, 40, impl);
+        ASSERT_TRUE(result.Ok()) << Narrow(text);
+        EXPECT_EQ(result.length, text.size());
         EXPECT_EQ(std::u16string(buffer), text);
         // The text and its terminator fit; one unit less does not.
         const std::size_t fits = text.size() + 1 + row.extra;
-        EXPECT_GT(symbol.Render(row.value, dims, buffer, fits, impl), 0) << Narrow(text);
-        EXPECT_EQ(symbol.Render(row.value, dims, buffer, fits - 1, impl), -1) << Narrow(text);
+        EXPECT_TRUE(symbol.Render(row.value, dims, buffer, fits, impl).Ok()) << Narrow(text);
+        EXPECT_EQ(symbol.Render(row.value, dims, buffer, fits - 1, impl).code, ErrorCode::Failure)
+            << Narrow(text);
     }
     const CustomSymbol meters(Meter(), {u"", u" meters"}, {0}, 0);
     char16_t buffer[40];
-    EXPECT_EQ(meters.Render(1.0, Dimensions{1}, nullptr, 40, impl), -1);
+    EXPECT_EQ(meters.Render(1.0, Dimensions{1}, nullptr, 40, impl).code, ErrorCode::Failure);
     // A dimension mismatch comes out as a plain failure.
-    EXPECT_EQ(meters.Render(1.0, Dimensions{0, 1}, buffer, 40, impl), -1);
-    EXPECT_EQ(meters.RenderPart(1, 1.0, Dimensions{1}, buffer, 40, impl), -1);
-    EXPECT_EQ(meters.RenderPart(-1, 1.0, Dimensions{1}, buffer, 40, impl), -1);
-    EXPECT_EQ(meters.RenderPart(0, 1.0, Dimensions{1}, buffer, 40, impl), 5);  // "1.00"
+    EXPECT_EQ(meters.Render(1.0, Dimensions{0, 1}, buffer, 40, impl).code, ErrorCode::Failure);
+    EXPECT_EQ(meters.RenderPart(1, 1.0, Dimensions{1}, buffer, 40, impl).code, ErrorCode::Failure);
+    EXPECT_EQ(meters.RenderPart(-1, 1.0, Dimensions{1}, buffer, 40, impl).code, ErrorCode::Failure);
+    EXPECT_EQ(meters.RenderPart(0, 1.0, Dimensions{1}, buffer, 40, impl).length, 4u);  // "1.00"
     const CustomSymbol invalid(nullptr, {u""}, {0}, 0);
-    EXPECT_EQ(invalid.Render(1.0, Dimensions{1}, buffer, 40, impl), -1);
-    EXPECT_EQ(invalid.RenderPart(0, 1.0, Dimensions{1}, buffer, 40, impl), -1);
+    EXPECT_EQ(invalid.Render(1.0, Dimensions{1}, buffer, 40, impl).code, ErrorCode::Failure);
+    EXPECT_EQ(invalid.RenderPart(0, 1.0, Dimensions{1}, buffer, 40, impl).code, ErrorCode::Failure);
 }
 
 // The number written at position i goes to part indices[i], whatever the
@@ -207,7 +209,8 @@ TEST(CustomSymbol, ReadsTheNumbersInPartOrder) {
         for (double number : row.written) list.PushBackNew<NumberSymbol>(number, 0u);
         list.PushBack(&symbol);
         ASSERT_EQ(
-            EvaluateList(list, UnitTable::Instance().FindConverter(row.parent)->GetDimensions()), 0)
+            EvaluateList(list, UnitTable::Instance().FindConverter(row.parent)->GetDimensions()),
+            ErrorCode::Success)
             << row.total;
         ASSERT_EQ(list.size(), 1u);
         const auto* result = dynamic_cast<const ResultSymbol*>(list.begin().symbol());
@@ -222,7 +225,7 @@ TEST(CustomSymbol, ReadingRefusals) {
     const auto refuses = [&feet](std::vector<double> numbers, int form) {
         SymbolList list;
         for (double number : numbers) list.PushBackNew<NumberSymbol>(number, 0u);
-        return feet.ParsePart(list, form) != 0;
+        return feet.ParsePart(list, form) != ErrorCode::Success;
     };
     EXPECT_FALSE(refuses({6, 5}, 0));
     EXPECT_TRUE(refuses({6, 5}, 1));     // another form
@@ -230,11 +233,11 @@ TEST(CustomSymbol, ReadingRefusals) {
     EXPECT_TRUE(refuses({6, 5, 4}, 0));  // too many
     SymbolList list;
     list.PushBack(&feet);  // no number in front
-    EXPECT_EQ(EvaluateList(list, Dimensions{1}), 1);
+    EXPECT_EQ(EvaluateList(list, Dimensions{1}), ErrorCode::ParseFailure);
     const CustomSymbol invalid(nullptr, {u""}, {0}, 0);
     SymbolList one;
     one.PushBackNew<NumberSymbol>(1.0, 0u);
-    EXPECT_NE(invalid.ParsePart(one, 0), 0);
+    EXPECT_NE(invalid.ParsePart(one, 0), ErrorCode::Success);
 }
 
 TEST(CustomDictionary, PathsOfLiteralsExcludeEachOther) {
@@ -245,11 +248,11 @@ TEST(CustomDictionary, PathsOfLiteralsExcludeEachOther) {
     const CustomSymbol feet(Catalogued(0x502016), {u"", u" ft ", u" in"}, {0, 1}, 0);
     const CustomSymbol other(Catalogued(0x202017), {u"", u" m"}, {0}, 0);  // on "ft"
     ASSERT_TRUE(meters.IsValid() && bare.IsValid() && feet.IsValid() && other.IsValid());
-    EXPECT_EQ(dictionary.Put(meters), 0);
-    EXPECT_EQ(dictionary.Put(bare), 0);
-    EXPECT_EQ(dictionary.Put(feet), 0);
-    EXPECT_EQ(dictionary.Put(other), 1);  // the same literals
-    EXPECT_EQ(dictionary.Put(meters), 1);
+    EXPECT_EQ(dictionary.Put(meters), ErrorCode::Success);
+    EXPECT_EQ(dictionary.Put(bare), ErrorCode::Success);
+    EXPECT_EQ(dictionary.Put(feet), ErrorCode::Success);
+    EXPECT_EQ(dictionary.Put(other), ErrorCode::Failure);  // the same literals
+    EXPECT_EQ(dictionary.Put(meters), ErrorCode::Failure);
     EXPECT_FALSE(dictionary.Empty());
 
     std::size_t matched = 0;
@@ -273,12 +276,12 @@ TEST(CustomDictionary, PathsOfLiteralsExcludeEachOther) {
               nullptr);  // the path's nodes went with it
     dictionary.TakeOut(meters);
     EXPECT_TRUE(dictionary.Empty());
-    EXPECT_EQ(dictionary.Put(other), 0);
+    EXPECT_EQ(dictionary.Put(other), ErrorCode::Success);
     dictionary.TakeOut(meters);  // the slot holds another symbol: it stays
     EXPECT_FALSE(dictionary.Empty());
     dictionary.TakeOut(other);
     EXPECT_TRUE(dictionary.Empty());
-    EXPECT_EQ(dictionary.Put(meters), 0);
+    EXPECT_EQ(dictionary.Put(meters), ErrorCode::Success);
 }
 
 }  // namespace

@@ -27,9 +27,9 @@ inline Mensura::ErrorCode FormatWith(const Mensura::NumberSettings& numbers, dou
     }
     double base = 0.0;
     source->DirectToBase(value, base, source->GetDimensions());
-    const std::int64_t result =
+    const Result result =
         found->AsFormat()->Render(base, source->GetDimensions(), buffer, size, numbers);
-    if (result < 1) return static_cast<ErrorCode>(-result);
+    if (!result.Ok()) return result.code;
     if (converted != nullptr) {
         units.FindConverter(symbol)->DirectFromBase(base, source->GetDimensions(), *converted);
     }
