@@ -20,6 +20,7 @@ constexpr int kTime = 0x2C000;
 // Unit types.
 constexpr int kUnitless = 0x1001;
 constexpr int kMeter = 0x2001;
+constexpr int kSquareMeter = 0x3001;
 constexpr int kInch = 0x2016;
 constexpr int kFoot = 0x2017;
 constexpr int kKilogram = 0x5001;

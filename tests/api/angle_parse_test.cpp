@@ -2,6 +2,8 @@
 // also units, through the shared library.
 #include <gtest/gtest.h>
 
+#include "base/ids.h"
+
 #include <string>
 #include <thread>
 
@@ -13,11 +15,17 @@ namespace {
 
 using Mensura::ErrorCode;
 using Mensura::Formatter;
+using Mensura::kDegree;
+using Mensura::kInch;
+using Mensura::kMeter;
+using Mensura::kNewton;
+using Mensura::kRadian;
+using Mensura::kSecond;
+using Mensura::kSiemens;
+using Mensura::kUnitless;
+using Mensura::kWatt;
 using MensuraTest::Narrow;
 using MensuraTest::SameBits;
-
-constexpr int kDegree = 0x8002;
-constexpr int kRadian = 0x8001;
 
 struct Row {
     const char16_t* text;
@@ -114,8 +122,8 @@ TEST(AngleParse, RefusedShapes) {
         EXPECT_EQ(value, -1.0) << Narrow(text);
     }
     double value = -1.0;
-    EXPECT_EQ(formatter.Parse(u"5°", value, 0x2001), ErrorCode::ParseFailure);
-    EXPECT_EQ(formatter.Parse(u"N 45° E", value, 0x2001), ErrorCode::ParseFailure);
+    EXPECT_EQ(formatter.Parse(u"5°", value, kMeter), ErrorCode::ParseFailure);
+    EXPECT_EQ(formatter.Parse(u"N 45° E", value, kMeter), ErrorCode::ParseFailure);
 }
 
 TEST(AngleParse, RadiansAndTheUnitlessGroup) {
@@ -128,9 +136,9 @@ TEST(AngleParse, RadiansAndTheUnitlessGroup) {
     ASSERT_EQ(formatter.Parse(u"N 45°30′15″ E", value, kRadian), ErrorCode::Success);
     EXPECT_NEAR(value, 44.49583333333334 * 3.141592653589793 / 180.0, 1e-15);
     // Seven zero exponents and no angle unit: the result is in radians.
-    ASSERT_EQ(formatter.Parse(u"5°", value, 0x1001), ErrorCode::Success);
+    ASSERT_EQ(formatter.Parse(u"5°", value, kUnitless), ErrorCode::Success);
     EXPECT_TRUE(SameBits(value, 0.08726646259971647));
-    ASSERT_EQ(formatter.Parse(u"N", value, 0x1001), ErrorCode::Success);
+    ASSERT_EQ(formatter.Parse(u"N", value, kUnitless), ErrorCode::Success);
     EXPECT_TRUE(SameBits(value, 1.5707963267948966));
 }
 
@@ -141,20 +149,17 @@ TEST(AngleParse, LettersAreUnitsForTargetsWithExponents) {
         int unit;
         double value;
     } rows[] = {
-        {u"5 N", 0x17001, 5},      {u"5 S", 0x27001, 5},     {u"5 W", 0x1D001, 5},
-        {u"5 d", 0x2C001, 432000}, {u"5 N m/m", 0x17001, 5}, {u"5 N·m/m", 0x17001, 5},
-        {u"5 N-m/m", 0x17001, 5},  {u"5 W m/m", 0x1D001, 5}, {u"5′E", 0x2016, 59.99999999999999}};
+        {u"5 N", kNewton, 5},      {u"5 S", kSiemens, 5},    {u"5 W", kWatt, 5},
+        {u"5 d", kSecond, 432000}, {u"5 N m/m", kNewton, 5}, {u"5 N·m/m", kNewton, 5},
+        {u"5 N-m/m", kNewton, 5},  {u"5 W m/m", kWatt, 5},   {u"5′E", kInch, 59.99999999999999}};
     for (const Unit& row : rows) {
         double value = 0.0;
         EXPECT_EQ(formatter.Parse(row.text, value, row.unit), ErrorCode::Success)
             << Narrow(row.text);
         EXPECT_TRUE(SameBits(value, row.value)) << Narrow(row.text);
     }
-    const std::pair<const char16_t*, int> refused[] = {{u"5 E", 0x17001},
-                                                       {u"5 E", 0x2001},
-                                                       {u"5 m W/m", 0x1D001},
-                                                       {u"5′W", 0x2016},
-                                                       {u"5″E", 0x2016}};
+    const std::pair<const char16_t*, int> refused[] = {
+        {u"5 E", kNewton}, {u"5 E", kMeter}, {u"5 m W/m", kWatt}, {u"5′W", kInch}, {u"5″E", kInch}};
     for (const auto& [text, unit] : refused) {
         double value = -1.0;
         EXPECT_EQ(formatter.Parse(text, value, unit), ErrorCode::ParseFailure) << Narrow(text);

@@ -2,6 +2,8 @@
 // the Chinese vocabulary as a caller meets it.
 #include <gtest/gtest.h>
 
+#include "base/ids.h"
+
 #include <string>
 #include <thread>
 #include <vector>
@@ -13,6 +15,8 @@ namespace {
 
 using Mensura::ErrorCode;
 using Mensura::Formatter;
+using Mensura::kMeter;
+using Mensura::kUnitless;
 using MensuraTest::Narrow;
 
 std::vector<int> List(std::size_t (*query)(int, int*), int id) {
@@ -63,7 +67,7 @@ TEST(ChineseVocabulary, NamesAndRendersInChinese) {
     struct Row {
         int id;
         const char16_t* name;
-    } rows[] = {{0x2001, u"米"}, {0x2000, u"长度"}, {0x202001, u"m"}, {0x1001, u"无量纲"}};
+    } rows[] = {{kMeter, u"米"}, {0x2000, u"长度"}, {0x202001, u"m"}, {kUnitless, u"无量纲"}};
     for (const Row& row : rows) {
         ASSERT_EQ(chinese.GetDisplayName(row.id, buffer, 64), ErrorCode::Success);
         EXPECT_EQ(std::u16string(buffer), row.name) << std::hex << row.id;
@@ -82,9 +86,9 @@ TEST(ChineseVocabulary, KeysReadInEveryFormatter) {
     for (int locale : {1033, 2052}) {
         const Formatter formatter(locale);
         double value = 0.0;
-        ASSERT_EQ(formatter.Parse(u"5 米", value, 0x2001), ErrorCode::Success);
+        ASSERT_EQ(formatter.Parse(u"5 米", value, kMeter), ErrorCode::Success);
         EXPECT_EQ(value, 5.0);
-        ASSERT_EQ(formatter.Parse(u"5 meter", value, 0x2001), ErrorCode::Success);
+        ASSERT_EQ(formatter.Parse(u"5 meter", value, kMeter), ErrorCode::Success);
         EXPECT_EQ(value, 5.0);
         // Full-width brackets are part of the key; plain ones make another text.
         ASSERT_EQ(formatter.Parse(u"5 英尺（本）", value, 0x2018), ErrorCode::Success);

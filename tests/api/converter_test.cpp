@@ -3,6 +3,8 @@
 #include <dlfcn.h>
 #include <gtest/gtest.h>
 
+#include "base/ids.h"
+
 #include <cmath>
 #include <limits>
 
@@ -13,15 +15,14 @@ namespace {
 
 using Mensura::Converter;
 using Mensura::ErrorCode;
-
-constexpr int kMeter = 0x2001;
-constexpr int kInch = 0x2016;
-constexpr int kFoot = 0x2017;
-constexpr int kSquareMeter = 0x3001;
-constexpr int kKelvin = 0x2A001;
-constexpr int kCelsius = 0x2A002;
-constexpr int kFahrenheit = 0x2A003;
-constexpr int kRankine = 0x2A004;
+using Mensura::kCelsius;
+using Mensura::kFahrenheit;
+using Mensura::kFoot;
+using Mensura::kInch;
+using Mensura::kKelvin;
+using Mensura::kMeter;
+using Mensura::kRankine;
+using Mensura::kSquareMeter;
 
 using MensuraTest::SameBits;
 
@@ -164,7 +165,7 @@ TEST(ConverterObject, CopiesAreIndependentValues) {
 }
 
 TEST(FlatConvert, NullOutGivesFailureEvenForUnknownUnits) {
-    EXPECT_EQ(Convert(1.0, 0, nullptr, 0x2001), 1);
+    EXPECT_EQ(Convert(1.0, 0, nullptr, kMeter), 1);
     EXPECT_EQ(Convert(1.0, kFoot, nullptr, kInch), 1);
     double out = 0.0;
     EXPECT_EQ(Convert(1.0, kFoot, &out, kInch), 0);

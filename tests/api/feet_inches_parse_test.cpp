@@ -2,6 +2,8 @@
 // time and a plain angle, through the shared library.
 #include <gtest/gtest.h>
 
+#include "base/ids.h"
+
 #include <string>
 
 #include "mensura/mensura.hpp"
@@ -12,14 +14,14 @@ namespace {
 
 using Mensura::ErrorCode;
 using Mensura::Formatter;
+using Mensura::kDegree;
+using Mensura::kInch;
+using Mensura::kKilogram;
+using Mensura::kMeter;
+using Mensura::kNewton;
+using Mensura::kSecond;
 using MensuraTest::Narrow;
 using MensuraTest::SameBits;
-
-constexpr int kMeter = 0x2001;
-constexpr int kInch = 0x2016;
-constexpr int kSecond = 0x2C001;
-constexpr int kKilogram = 0x5001;
-constexpr int kNewton = 0x17001;
 
 struct Row {
     std::u16string text;
@@ -111,7 +113,7 @@ TEST(FeetInchParse, RefusedShapes) {
     }
     double value = -1.0;
     EXPECT_EQ(formatter.Parse(u"5′", value, kKilogram), ErrorCode::ParseFailure);
-    EXPECT_EQ(formatter.Parse(u"6″", value, 0x17001), ErrorCode::ParseFailure);
+    EXPECT_EQ(formatter.Parse(u"6″", value, kNewton), ErrorCode::ParseFailure);
 }
 
 TEST(FeetInchParse, EveryMarkCharacterActsAlike) {
@@ -147,7 +149,7 @@ TEST(FeetInchParse, LargeMarkAloneGoesThroughTheLargeUnit) {
     ASSERT_EQ(formatter.Parse(u"5′0″", value, kInch), ErrorCode::Success);
     EXPECT_TRUE(SameBits(value, 60.00000000000001));
     // Into a plain angle the marks are minutes and seconds of arc.
-    ASSERT_EQ(formatter.Parse(u"30′", value, 0x8002), ErrorCode::Success);
+    ASSERT_EQ(formatter.Parse(u"30′", value, kDegree), ErrorCode::Success);
     EXPECT_NEAR(value, 0.5, 1e-15);
 }
 

@@ -2,6 +2,8 @@
 // and Formatter::FindUnit.
 #include <gtest/gtest.h>
 
+#include "base/ids.h"
+
 #include <string>
 #include <vector>
 
@@ -12,6 +14,12 @@ namespace {
 
 using Mensura::ErrorCode;
 using Mensura::Formatter;
+using Mensura::kCelsius;
+using Mensura::kFahrenheit;
+using Mensura::kFoot;
+using Mensura::kKelvin;
+using Mensura::kMeter;
+using Mensura::kSquareMeter;
 using MensuraTest::Narrow;
 
 constexpr int kUntouched = -7;
@@ -23,20 +31,20 @@ struct Found {
 
 TEST(FindUnit, FindsTheUnitTypeOfAKey) {
     const Found rows[] = {
-        {u"ft", 0x2017},               // an abbreviation, symbol 2 of the foot
-        {u"foot", 0x2017},             // the spelled-out name, symbol 1
-        {u"metre", 0x2001},            // a further key of the meter, not its text
-        {u"m", 0x2001},                //
-        {u"mm", 0x200E},               // the longer key, not "m" followed by "m"
-        {u"米", 0x2001},               // a Chinese name
-        {u"英尺", 0x2017},             //
-        {u"m²", 0x3001},               // a key that holds an operator's character
-        {u"m^2", 0x3001},              //
-        {u"°C", 0x2A002},              // a temperature scale
-        {u"℃", 0x2A002},               //
-        {u"deg F", 0x2A003},           //
-        {u"degree Celsius", 0x2A002},  // a key with a blank inside
-        {u"K", 0x2A001},               // kelvin is a plain scale
+        {u"ft", kFoot},                 // an abbreviation, symbol 2 of the foot
+        {u"foot", kFoot},               // the spelled-out name, symbol 1
+        {u"metre", kMeter},             // a further key of the meter, not its text
+        {u"m", kMeter},                 //
+        {u"mm", 0x200E},                // the longer key, not "m" followed by "m"
+        {u"米", kMeter},                // a Chinese name
+        {u"英尺", kFoot},               //
+        {u"m²", kSquareMeter},          // a key that holds an operator's character
+        {u"m^2", kSquareMeter},         //
+        {u"°C", kCelsius},              // a temperature scale
+        {u"℃", kCelsius},               //
+        {u"deg F", kFahrenheit},        //
+        {u"degree Celsius", kCelsius},  // a key with a blank inside
+        {u"K", kKelvin},                // kelvin is a plain scale
         {u"foot (U.S. Survey)", 0x201C},
     };
     for (const Found& row : rows) {

@@ -2,6 +2,8 @@
 // the symbol, the defaults, the texts of the simple symbols, and the buffer.
 #include <gtest/gtest.h>
 
+#include "base/ids.h"
+
 #include <string>
 #include <vector>
 
@@ -12,11 +14,15 @@ namespace {
 
 using Mensura::ErrorCode;
 using Mensura::Formatter;
+using Mensura::kCelsius;
+using Mensura::kFoot;
+using Mensura::kInch;
+using Mensura::kKelvin;
+using Mensura::kMeter;
+using Mensura::kRankine;
+using Mensura::kSquareMeter;
+using Mensura::kUnitless;
 using MensuraTest::Narrow;
-
-constexpr int kMeter = 0x2001;
-constexpr int kInch = 0x2016;
-constexpr int kFoot = 0x2017;
 
 struct Rendered {
     ErrorCode result;
@@ -46,14 +52,14 @@ TEST(Format, RendersTheNumberAndTheSymbol) {
         {1.0, 0x202001, 0, u"1.00 m"},  // a symbol id serves as the unit and the request
         {5.5, kMeter, 0x202001, u"5.50 m"},
         {-5.5, kMeter, 0x202001, u"-5.50 m"},
-        {20.0, 0x2A002, 0x22A002, u"20.00°C"},
-        {20.0, 0x2A002, 0x32A002, u"20.00 deg C"},
-        {20.0, 0x2A002, 0x42A002, u"20.00℃"},
+        {20.0, kCelsius, 0x22A002, u"20.00°C"},
+        {20.0, kCelsius, 0x32A002, u"20.00 deg C"},
+        {20.0, kCelsius, 0x42A002, u"20.00℃"},
         {12.0, kInch, 0x402016, u"12.00″"},
-        {5.5, 0x1001, 0, u"5.50"},  // the unitless value is the bare number
+        {5.5, kUnitless, 0, u"5.50"},  // the unitless value is the bare number
         {1234567.891, kMeter, 0x202001, u"1,234,567.89 m"},
-        {293.15, 0x2A001, 0x22A002, u"20.00°C"},  // kelvin shown in Celsius
-        {1.0, 0x2A004, 0x22A004, u"1.00°R"},
+        {293.15, kKelvin, 0x22A002, u"20.00°C"},  // kelvin shown in Celsius
+        {1.0, kRankine, 0x22A004, u"1.00°R"},
     };
     for (const Row& row : rows) {
         const Rendered rendered = Render(formatter, row.value, row.unit, row.symbol);
@@ -77,9 +83,9 @@ TEST(Format, RefusalsLeaveConvertedAlone) {
         int unit, symbol;
         ErrorCode result;
     } rows[] = {
-        {kMeter, 0x3001, ErrorCode::UnitMismatch},  // an area symbol for a length
-        {0, 0, ErrorCode::Failure},                 // no unit
-        {kMeter, 0x902001, ErrorCode::Failure},     // the meter has no ninth symbol
+        {kMeter, kSquareMeter, ErrorCode::UnitMismatch},  // an area symbol for a length
+        {0, 0, ErrorCode::Failure},                       // no unit
+        {kMeter, 0x902001, ErrorCode::Failure},           // the meter has no ninth symbol
         {0x45001, 0, ErrorCode::Failure},
     };
     for (const Row& row : rows) {
@@ -94,8 +100,8 @@ TEST(Format, BufferMustHoldTheTextAndItsTerminator) {
     // "1.00 meter" is 10 units.
     EXPECT_EQ(Render(formatter, 1.0, kMeter, 0, 11).result, ErrorCode::Success);
     EXPECT_EQ(Render(formatter, 1.0, kMeter, 0, 10).result, ErrorCode::Failure);
-    EXPECT_EQ(Render(formatter, 20.0, 0x2A002, 0x22A002, 8).text, u"20.00°C");
-    EXPECT_EQ(Render(formatter, 20.0, 0x2A002, 0x22A002, 7).result, ErrorCode::Failure);
+    EXPECT_EQ(Render(formatter, 20.0, kCelsius, 0x22A002, 8).text, u"20.00°C");
+    EXPECT_EQ(Render(formatter, 20.0, kCelsius, 0x22A002, 7).result, ErrorCode::Failure);
     EXPECT_EQ(formatter.Format(1.0, kMeter, nullptr, 64), ErrorCode::Failure);
     char16_t buffer[8];
     EXPECT_EQ(formatter.Format(1.0, kMeter, buffer, 0), ErrorCode::Failure);
@@ -144,7 +150,7 @@ TEST(FormatFlat, NeedsEveryPointer) {
     EXPECT_EQ(Format(formatter, 1.0, kMeter, nullptr, 32, 0, &converted), 1);
     EXPECT_EQ(Format(formatter, 1.0, kMeter, buffer, 32, 0, &converted), 0);
     EXPECT_EQ(std::u16string(buffer), u"1.00 meter");
-    EXPECT_EQ(Format(formatter, 1.0, kMeter, buffer, 32, 0x3001, &converted), 4);
+    EXPECT_EQ(Format(formatter, 1.0, kMeter, buffer, 32, kSquareMeter, &converted), 4);
     DestroyFormatter(formatter);
 }
 
@@ -162,7 +168,7 @@ TEST(DisplayNames, NameGroupsTypesAndSymbols) {
     EXPECT_EQ(std::u16string(buffer), u"Length");
     EXPECT_EQ(chinese.GetDisplayName(0x2000, buffer, 32), ErrorCode::Success);
     EXPECT_EQ(std::u16string(buffer), u"长度");
-    EXPECT_EQ(english.GetDisplayName(0x1001, buffer, 32), ErrorCode::Success);
+    EXPECT_EQ(english.GetDisplayName(kUnitless, buffer, 32), ErrorCode::Success);
     EXPECT_EQ(std::u16string(buffer), u"unitless");
 
     EXPECT_EQ(GetDisplayName(1033, 0x2000, buffer, 7), 0);

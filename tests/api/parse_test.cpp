@@ -3,6 +3,8 @@
 // leaves behind.
 #include <gtest/gtest.h>
 
+#include "base/ids.h"
+
 #include <cmath>
 #include <string>
 #include <thread>
@@ -16,14 +18,17 @@ namespace {
 
 using Mensura::ErrorCode;
 using Mensura::Formatter;
+using Mensura::kCelsius;
+using Mensura::kDegree;
+using Mensura::kInch;
+using Mensura::kKelvin;
+using Mensura::kKilogram;
+using Mensura::kMeter;
+using Mensura::kNewton;
+using Mensura::kSquareMeter;
 using MensuraTest::Narrow;
 using MensuraTest::SameBits;
 
-constexpr int kMeter = 0x2001;
-constexpr int kInch = 0x2016;
-constexpr int kSquareMeter = 0x3001;
-constexpr int kKilogram = 0x5001;
-constexpr int kNewton = 0x17001;
 constexpr double kUntouched = -12345.0;
 
 struct Accepted {
@@ -136,9 +141,9 @@ TEST(ParseUnits, ReadKeysOfTheDictionaryWhole) {
 TEST(ParseUnits, ABareNumberTakesTheGroupsDefaultUnit) {
     Formatter formatter;
     ExpectReads(formatter, kInch, {{u"5", 5.0 / 0.025400000000000002}});
-    ExpectReads(formatter, 0x8002, {{u"5", 286.4788975654116}});  // 5 radians in degrees
-    ExpectReads(formatter, 0x2A001, {{u"5", 5.0}});
-    ExpectReads(formatter, 0x2A002, {{u"5", -268.15}, {u"5 °C", 5.0}, {u"5 deg C", 5.0}});
+    ExpectReads(formatter, kDegree, {{u"5", 286.4788975654116}});  // 5 radians in degrees
+    ExpectReads(formatter, kKelvin, {{u"5", 5.0}});
+    ExpectReads(formatter, kCelsius, {{u"5", -268.15}, {u"5 °C", 5.0}, {u"5 deg C", 5.0}});
     ASSERT_EQ(formatter.SetDefaultUnit(kInch), ErrorCode::Success);
     ExpectReads(formatter, kInch, {{u"5", 5.0}});
     ExpectReads(formatter, kMeter, {{u"5", 0.127}});
@@ -146,7 +151,7 @@ TEST(ParseUnits, ABareNumberTakesTheGroupsDefaultUnit) {
 
 TEST(ParseUnits, TemperatureWordsAreScalesAloneAndSizesBesideAUnit) {
     const Formatter formatter;
-    ExpectReads(formatter, 0x2A001, {{u"20 deg C", 293.15}});
+    ExpectReads(formatter, kKelvin, {{u"20 deg C", 293.15}});
     ExpectReads(formatter, 0x2B001, {{u"60 deg C/min", 60.0}});  // a rate has no offset
 }
 

@@ -4,6 +4,8 @@
 // state after a refused set, and the flat selectors.
 #include <gtest/gtest.h>
 
+#include "base/ids.h"
+
 #include <algorithm>
 #include <iterator>
 #include <string>
@@ -16,19 +18,23 @@ namespace {
 
 using Mensura::ErrorCode;
 using Mensura::Formatter;
+using Mensura::kCelsius;
+using Mensura::kDegree;
+using Mensura::kFoot;
+using Mensura::kInch;
+using Mensura::kKelvin;
+using Mensura::kKilogram;
+using Mensura::kMeter;
+using Mensura::kSecond;
 using MensuraTest::Narrow;
 
-constexpr int kMeter = 0x2001;
 constexpr int kMeterSymbol = 0x202001;  // "m"
 constexpr int kFootSymbol = 0x202017;   // "ft"
-constexpr int kInch = 0x2016;
-constexpr int kSecond = 0x2C001;
-constexpr int kDegree = 0x8002;
-constexpr int kFeetInches = 0x502016;  // x′x″
-constexpr int kFractions = 0x702016;   // x′x x/2″
-constexpr int kInches = 0x902016;      // x x/2″
-constexpr int kAngle = 0x408002;       // x°x′x″
-constexpr int kBearing = 0x508002;     // N x°x′x″ E
+constexpr int kFeetInches = 0x502016;   // x′x″
+constexpr int kFractions = 0x702016;    // x′x x/2″
+constexpr int kInches = 0x902016;       // x x/2″
+constexpr int kAngle = 0x408002;        // x°x′x″
+constexpr int kBearing = 0x508002;      // N x°x′x″ E
 
 // The text on success, else "#" and the code.
 std::u16string Render(const Formatter& formatter, double value, int unit, int symbol,
@@ -165,22 +171,22 @@ TEST(SymbolStrings, PlainSymbols) {
     EXPECT_EQ(Render(formatter, 5.5, kMeter, 0), u"5.50 meter");  // another symbol
     ExpectReads(formatter, u"5.50 meters", kMeter, 5.5);
     ExpectReads(formatter, u"3 meters", kMeter, 3);
-    ExpectReads(formatter, u"3 meters", 0x2017, 3 / 0.3048);
+    ExpectReads(formatter, u"3 meters", kFoot, 3 / 0.3048);
     ExpectRefused(formatter, u"5 meters and more", kMeter);
     ExpectRefused(formatter, u"3 meters", kSecond);
     EXPECT_EQ(Stored(formatter, kMeterSymbol), u"{0} meters");
     EXPECT_EQ(Stored(formatter, kMeterSymbol, true), u"#3");
     EXPECT_EQ(Stored(formatter, 0x102001), u"#3");
     // Through a string a dimension mismatch is a plain failure.
-    EXPECT_EQ(Render(formatter, 1.0, 0x5001, kMeterSymbol), u"#1");
-    EXPECT_EQ(Render(formatter, 1.0, 0x5001, kFootSymbol), u"#4");
+    EXPECT_EQ(Render(formatter, 1.0, kKilogram, kMeterSymbol), u"#1");
+    EXPECT_EQ(Render(formatter, 1.0, kKilogram, kFootSymbol), u"#4");
 
     ASSERT_EQ(formatter.SetSymbolFormattingString(0x22A002, u"{0} C"), ErrorCode::Success);
-    EXPECT_EQ(Render(formatter, 20, 0x2A002, 0x22A002), u"20.00 C");
-    ExpectReads(formatter, u"20 C", 0x2A001, 293.15);
+    EXPECT_EQ(Render(formatter, 20, kCelsius, 0x22A002), u"20.00 C");
+    ExpectReads(formatter, u"20 C", kKelvin, 293.15);
     ASSERT_EQ(formatter.SetSymbolFormattingString(kFootSymbol, u"{0} {{ft}}"), ErrorCode::Success);
-    EXPECT_EQ(Render(formatter, 5.5, 0x2017, kFootSymbol), u"5.50 {ft}");
-    ExpectReads(formatter, u"2 {ft}", 0x2017, 2);
+    EXPECT_EQ(Render(formatter, 5.5, kFoot, kFootSymbol), u"5.50 {ft}");
+    ExpectReads(formatter, u"2 {ft}", kFoot, 2);
 }
 
 TEST(SymbolStrings, ABareNumberAndALeadingLiteral) {
@@ -218,7 +224,7 @@ TEST(SymbolStrings, Refusals) {
         {kFeetInches, u"{0}{1}"},
         {kMeterSymbol, u"{0"},
         {0x902001, u"{0} m"},
-        {0x2001, u"{0} m"},
+        {kMeter, u"{0} m"},
         {0, u"{0}"},
     };
     for (const auto& row : rows) {

@@ -2,6 +2,8 @@
 // from the catalogue itself.
 #include <gtest/gtest.h>
 
+#include "base/ids.h"
+
 #include <map>
 #include <set>
 #include <string>
@@ -281,7 +283,7 @@ TEST(Dictionary, FindsTheLongestKeyAtTheStart) {
 TEST(Dictionary, ChineseKeysFindChineseObjectsOfTheSameUnit) {
     const auto* meter = dynamic_cast<const GenericSymbol*>(Lookup(u"米"));
     ASSERT_NE(meter, nullptr);
-    EXPECT_EQ(meter->Unit(), 0x2001);
+    EXPECT_EQ(meter->Unit(), kMeter);
     EXPECT_EQ(meter, Reader(Id(2, 1, 1), 1));
     // "m" is the same in both languages and stays with English.
     EXPECT_EQ(Lookup(u"m"), Reader(Id(2, 1, 2)));
@@ -322,9 +324,9 @@ TEST(Dictionary, UnknownTextsAndRenderOnlyPatternsFindNothing) {
 }
 
 TEST(CatalogQueries, ListsAndNamesSymbols) {
-    EXPECT_EQ(Catalog().ListUnitSymbols(0x2001, nullptr), 2u);
+    EXPECT_EQ(Catalog().ListUnitSymbols(kMeter, nullptr), 2u);
     int ids[2] = {0, 0};
-    EXPECT_EQ(Catalog().ListUnitSymbols(0x2001, ids), 2u);
+    EXPECT_EQ(Catalog().ListUnitSymbols(kMeter, ids), 2u);
     EXPECT_EQ(ids[0], 0x102001);
     EXPECT_EQ(ids[1], 0x202001);
     EXPECT_EQ(Catalog().ListUnitSymbols(0x2000, nullptr), 0u);
@@ -335,11 +337,11 @@ TEST(CatalogQueries, ListsAndNamesSymbols) {
     buffer[0] = u'?';
     EXPECT_EQ(Catalog().CopyDisplayName(0x2000, buffer, 6, 0), ErrorCode::Failure);
     EXPECT_EQ(buffer[0], u'?');
-    EXPECT_EQ(Catalog().CopyDisplayName(0x2001, buffer, 32, 0), ErrorCode::Success);
+    EXPECT_EQ(Catalog().CopyDisplayName(kMeter, buffer, 32, 0), ErrorCode::Success);
     EXPECT_EQ(std::u16string(buffer), u"meter");
     EXPECT_EQ(Catalog().CopyDisplayName(0x202001, buffer, 32, 0), ErrorCode::Success);
     EXPECT_EQ(std::u16string(buffer), u"m");
-    EXPECT_EQ(Catalog().CopyDisplayName(0x1001, buffer, 32, 0), ErrorCode::Success);
+    EXPECT_EQ(Catalog().CopyDisplayName(kUnitless, buffer, 32, 0), ErrorCode::Success);
     EXPECT_EQ(std::u16string(buffer), u"unitless");
     EXPECT_EQ(Catalog().CopyDisplayName(0x2000, buffer, 32, 1), ErrorCode::Success);
     EXPECT_EQ(std::u16string(buffer), u"长度");

@@ -5,6 +5,8 @@
 
 #include <gtest/gtest.h>
 
+#include "base/ids.h"
+
 #include <cmath>
 #include <memory>
 #include <string>
@@ -20,7 +22,6 @@ namespace {
 using MensuraTest::FormatWith;
 using MensuraTest::Narrow;
 
-constexpr int kDegree = 0x8002;
 constexpr int kAngle = 0x408002;    // x°x′x″
 constexpr int kBearing = 0x508002;  // N x°x′x″ E
 
@@ -195,7 +196,7 @@ TEST(DegreesSymbol, TheDecimalDigitsSettingStaysAsItWas) {
     EXPECT_EQ(impl.GetNumberDecimalDigits(), 10);
     // Plain numbers go on with ten decimals.
     char16_t buffer[32];
-    ASSERT_EQ(FormatWith(impl, 1.5, 0x2001, buffer, 32, 0x202001, nullptr), ErrorCode::Success);
+    ASSERT_EQ(FormatWith(impl, 1.5, kMeter, buffer, 32, 0x202001, nullptr), ErrorCode::Success);
     EXPECT_EQ(std::u16string(buffer), u"1.5000000000 m");
 }
 
@@ -206,7 +207,7 @@ TEST(DegreesSymbol, ConvertedIsThePlainAngle) {
     ASSERT_EQ(FormatWith(impl, 200, kDegree, buffer, 32, kBearing, &converted), ErrorCode::Success);
     EXPECT_EQ(converted, 200.0);
     // A right angle given in radians.
-    ASSERT_EQ(FormatWith(impl, std::acos(0.0), 0x8001, buffer, 32, kAngle, &converted),
+    ASSERT_EQ(FormatWith(impl, std::acos(0.0), kRadian, buffer, 32, kAngle, &converted),
               ErrorCode::Success);
     EXPECT_EQ(std::u16string(buffer), u"90°0′");
     EXPECT_DOUBLE_EQ(converted, 90.0);

@@ -5,6 +5,8 @@
 
 #include <gtest/gtest.h>
 
+#include "base/ids.h"
+
 #include <algorithm>
 #include <iterator>
 #include <string>
@@ -21,8 +23,6 @@ namespace {
 using MensuraTest::FormatWith;
 using MensuraTest::Narrow;
 
-constexpr int kInch = 0x2016;
-constexpr int kSecond = 0x2C001;
 constexpr int kPlain = 0x502016;     // x′x″
 constexpr int kDash = 0x602016;      // x′–x″
 constexpr int kFraction = 0x702016;  // x′x x/2″
@@ -131,7 +131,7 @@ TEST(FeetInchesSymbol, MinutesAndSecondsCountSixty) {
     EXPECT_EQ(Render(impl, 330, kMinutes, kSecond), u"5′30.00″");
     EXPECT_EQ(Render(impl, 3725, kMinutes, kSecond), u"62′5.00″");
     EXPECT_EQ(Render(impl, -90, kMinutes, kSecond), u"-1′30.00″");
-    EXPECT_EQ(Render(impl, 1.5, kMinutes, 0x2C016), u"1′30.00″");  // 1.5 minutes
+    EXPECT_EQ(Render(impl, 1.5, kMinutes, kMinute), u"1′30.00″");  // 1.5 minutes
 }
 
 TEST(FeetInchesSymbol, ANegativeValueThatRoundsToNothing) {
@@ -146,7 +146,7 @@ TEST(FeetInchesSymbol, ConvertedIsTheWholeValueInTheUnit) {
     double converted = 0.0;
     ASSERT_EQ(FormatWith(impl, 66, kInch, buffer, 32, kFraction, &converted), ErrorCode::Success);
     EXPECT_EQ(converted, 66.0);
-    ASSERT_EQ(FormatWith(impl, 1.0, 0x2001, buffer, 32, kPlain, &converted), ErrorCode::Success);
+    ASSERT_EQ(FormatWith(impl, 1.0, kMeter, buffer, 32, kPlain, &converted), ErrorCode::Success);
     EXPECT_EQ(std::u16string(buffer), u"3′3.37″");  // 1 m is 39.3700787... inches
     EXPECT_DOUBLE_EQ(converted, 1.0 / 0.0254);
     ASSERT_EQ(FormatWith(impl, 3725, kSecond, buffer, 32, kMinutes, &converted),
@@ -178,7 +178,7 @@ TEST(FeetInchesSymbol, TheBufferMustHoldTheTextAndItsTerminator) {
     // A mass is no length.
     EXPECT_EQ(Pattern(kFraction)->Render(1.0, Dimensions{0, 1}, buffer, 16, impl).code,
               ErrorCode::UnitMismatch);
-    EXPECT_EQ(Render(impl, 1.0, kFraction, 0x5001), u"#4");
+    EXPECT_EQ(Render(impl, 1.0, kFraction, kKilogram), u"#4");
 }
 
 // The bare numbers of a symbol string: part 0 is the large number, any other

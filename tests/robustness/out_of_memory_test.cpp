@@ -4,6 +4,8 @@
 // symbol shows up as a use after free.
 #include <gtest/gtest.h>
 
+#include "base/ids.h"
+
 #include <new>
 
 #include "api/formatter_impl.h"
@@ -13,7 +15,6 @@
 namespace Mensura {
 namespace {
 
-constexpr int kInch = 0x2016;
 constexpr int kFeetInchesFraction = 0x702016;
 
 double Read(const FormatterImpl& formatter, const char16_t* text) {

@@ -2,6 +2,8 @@
 // factors bit for bit, the shape of the groups and the exponent index.
 #include <gtest/gtest.h>
 
+#include "base/ids.h"
+
 #include <cmath>
 #include <set>
 #include <vector>
@@ -232,11 +234,11 @@ TEST(ConversionTable, TemperatureRatesAndInverseTemperaturesHaveNoOffset) {
 }
 
 TEST(ConversionTable, GroupsWithEqualExponentsConvertIntoEachOther) {
-    const int pairs[][2] = {{0x8001, 0x1001},
+    const int pairs[][2] = {{kRadian, kUnitless},
                             {0x4001, 0x16001},
                             {0x28001, 0x3E001},
-                            {0x17001, 0x25001},
-                            {0x29001, 0x8002}};
+                            {kNewton, 0x25001},
+                            {0x29001, kDegree}};
     for (const auto& pair : pairs) {
         double out = 0.0;
         EXPECT_EQ(Converter::Convert(1.0, pair[0], out, pair[1]), ErrorCode::Success)
@@ -249,10 +251,10 @@ TEST(ConversionTable, GroupsWithEqualExponentsConvertIntoEachOther) {
 
 TEST(ConversionTable, FootIntoInchIsExactlyTwelve) {
     double out = 0.0;
-    ASSERT_EQ(Converter::Convert(1.0, 0x2017, out, 0x2016), ErrorCode::Success);
+    ASSERT_EQ(Converter::Convert(1.0, kFoot, out, kInch), ErrorCode::Success);
     EXPECT_EQ(out, 12.0);
-    EXPECT_EQ(Converter::Factor(0x2017, 0x2001), 0.3048);
-    EXPECT_EQ(Converter::Factor(0x2001, 0x3001), 0.0);
+    EXPECT_EQ(Converter::Factor(kFoot, kMeter), 0.3048);
+    EXPECT_EQ(Converter::Factor(kMeter, kSquareMeter), 0.0);
 }
 
 // Seven builds are ours: they must be right by physical measure.
@@ -264,7 +266,7 @@ TEST(ConversionTable, CorrectedFactorsArePhysicallyRight) {
     } mils[] = {{5, 6400}, {6, 6300}, {7, 6000}};
     for (const Mil& mil : mils) {
         double degrees = 0.0;
-        ASSERT_EQ(Converter::Convert(mil.perTurn, 0x8000 | mil.type, degrees, 0x8002),
+        ASSERT_EQ(Converter::Convert(mil.perTurn, 0x8000 | mil.type, degrees, kDegree),
                   ErrorCode::Success);
         EXPECT_NEAR(degrees, 360.0, 1e-9) << "angular mil [8." << mil.type << "]";
         EXPECT_NEAR(At(8, mil.type).GetFactor() * mil.perTurn, 2 * pi, 1e-12);

@@ -4,6 +4,8 @@
 
 #include <gtest/gtest.h>
 
+#include "base/ids.h"
+
 #include <vector>
 
 namespace Mensura {
@@ -16,13 +18,13 @@ const UnitTable& Catalog() {
 TEST(FindConverter, NeedsBothGroupAndType) {
     const int missing[] = {0, 0x2000, 0x1000, 0x0001, -1, 0x45001, 0x2043, 0xFF001, 0x2FFF};
     for (int id : missing) EXPECT_EQ(Catalog().FindConverter(id), nullptr) << std::hex << id;
-    EXPECT_NE(Catalog().FindConverter(0x1001), nullptr);
+    EXPECT_NE(Catalog().FindConverter(kUnitless), nullptr);
     EXPECT_NE(Catalog().FindConverter(0x2042), nullptr);
     EXPECT_NE(Catalog().FindConverter(0x44002), nullptr);
 }
 
 TEST(FindConverter, IgnoresTheSymbolAndTheTopBits) {
-    const UnitConverter* foot = Catalog().FindConverter(0x2017);
+    const UnitConverter* foot = Catalog().FindConverter(kFoot);
     ASSERT_NE(foot, nullptr);
     EXPECT_EQ(Catalog().FindConverter(0x202017), foot);
     EXPECT_EQ(Catalog().FindConverter(0x70002017), foot);
@@ -36,11 +38,11 @@ TEST(ListUnitTypes, MergesTheArgumentIntoEveryId) {
 
     std::vector<int> ids(1, -5);
     EXPECT_EQ(Catalog().ListUnitTypes(0x1000, ids.data()), 1u);
-    EXPECT_EQ(ids[0], 0x1001);
+    EXPECT_EQ(ids[0], kUnitless);
 
     ids.assign(66, 0);
     EXPECT_EQ(Catalog().ListUnitTypes(0x2000, ids.data()), 66u);
-    EXPECT_EQ(ids.front(), 0x2001);
+    EXPECT_EQ(ids.front(), kMeter);
     EXPECT_EQ(ids.back(), 0x2042);
 
     // Other bits of the argument stay in every element.
