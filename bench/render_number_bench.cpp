@@ -1,5 +1,6 @@
 // One number rendered by a formatter's settings. Rendering must not allocate:
-// each benchmark reports the allocations it saw per iteration.
+// each benchmark reports the allocations it saw per iteration. The number
+// settings are internal: this program links the library's static archive.
 #include <benchmark/benchmark.h>
 
 #include "allocation_counter.h"

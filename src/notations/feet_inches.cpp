@@ -264,11 +264,11 @@ double PrimeDoublePrimeSymbol::Multiplier() const {
     return Unit() == kInch ? 12.0 : 60.0;
 }
 
-ErrorCode PrimeDoublePrimeSymbol::Begin(double value, const Dimensions& dims,
-                                        const NumberSettings& settings, Start& start) const {
+Result PrimeDoublePrimeSymbol::Begin(double value, const Dimensions& dims,
+                                     const NumberSettings& settings, Start& start) const {
     double x = 0.0;
     const ErrorCode converted = GetConverter().DirectFromBase(value, dims, x);
-    if (converted != ErrorCode::Success) return converted;
+    if (converted != ErrorCode::Success) return Result::Fail(converted);
     // The sign of -0.5 feet survives in front of a large number of 0.
     start.largeMode = RenderMode::WholeNumber | (x < 0.0 ? RenderMode::SignOnZero : 0u);
     const int digits = settings.GetNumberDecimalDigits();
@@ -287,7 +287,7 @@ ErrorCode PrimeDoublePrimeSymbol::Begin(double value, const Dimensions& dims,
         amount = 1.0 / (power * 100000.0 * 2.0);
     }
     start.x = x > 0.0 ? x + amount : x - amount;
-    return ErrorCode::Success;
+    return Result::Done(0);
 }
 
 Result PrimeDoublePrimeSymbol::WriteSmall(const Start& start, double x, char16_t* buffer,
@@ -327,10 +327,7 @@ Result PrimeDoublePrimeSymbol::Render(double value, const Dimensions& dims, char
                                       std::size_t size, const NumberSettings& settings) const {
     if (buffer == nullptr) return Result::Fail();
     Start start;
-    if (const ErrorCode refused = Begin(value, dims, settings, start);
-        refused != ErrorCode::Success) {
-        return Result::Fail(refused);
-    }
+    if (const Result begun = Begin(value, dims, settings, start); !begun.Ok()) return begun;
     double x = start.x;
     std::size_t at = 0;
     if (showFeet) {
@@ -359,10 +356,7 @@ Result PrimeDoublePrimeSymbol::RenderPart(int part, double value, const Dimensio
                                           const NumberSettings& settings) const {
     if (buffer == nullptr) return Result::Fail();
     Start start;
-    if (const ErrorCode refused = Begin(value, dims, settings, start);
-        refused != ErrorCode::Success) {
-        return Result::Fail(refused);
-    }
+    if (const Result begun = Begin(value, dims, settings, start); !begun.Ok()) return begun;
     double x = start.x;
     if (showFeet) {
         const double multiplier = Multiplier();

@@ -107,8 +107,8 @@ private:
     struct Start;
     // The steps that Render and RenderPart share: the value in the unit,
     // nudged away from zero. UnitMismatch for other dimensions.
-    ErrorCode Begin(double value, const Dimensions& dims, const NumberSettings& settings,
-                    Start& start) const;
+    Result Begin(double value, const Dimensions& dims, const NumberSettings& settings,
+                 Start& start) const;
     // The small number: decimals, or a whole number and a reduced fraction.
     Result WriteSmall(const Start& start, double x, char16_t* buffer, std::size_t size,
                       const NumberSettings& settings) const;
