@@ -32,9 +32,9 @@ ErrorCode Converter::SetUnit(int from, int to) {
     const int f = from != 0 ? from : m_from;
     const int t = to != 0 ? to : m_to;
     if (!UnitId::SameUnit(f, t)) {
-        const UnitTable& catalog = UnitTable::Instance();
-        const UnitConverter* source = catalog.FindConverter(f);
-        const UnitConverter* target = catalog.FindConverter(t);
+        const UnitTable& units = UnitTable::Instance();
+        const UnitConverter* source = units.FindConverter(f);
+        const UnitConverter* target = units.FindConverter(t);
         if (source == nullptr || target == nullptr) return ErrorCode::UnitMismatch;
         double trial = 0.0;
         const ErrorCode result = source->ConvertTo(1.0, trial, *target);
@@ -52,9 +52,9 @@ void Converter::GetUnit(int* from, int* to) const {
 
 double Converter::Convert(double value) const {
     if (UnitId::SameUnit(m_from, m_to)) return value;
-    const UnitTable& catalog = UnitTable::Instance();
+    const UnitTable& units = UnitTable::Instance();
     double out = value;
-    catalog.FindConverter(m_from)->ConvertTo(value, out, *catalog.FindConverter(m_to));
+    units.FindConverter(m_from)->ConvertTo(value, out, *units.FindConverter(m_to));
     return out;
 }
 
@@ -67,18 +67,18 @@ ErrorCode Converter::Convert(double value, int from, double& out, int to) {
         out = value;
         return ErrorCode::Success;
     }
-    const UnitTable& catalog = UnitTable::Instance();
-    const UnitConverter* source = catalog.FindConverter(from);
-    const UnitConverter* target = catalog.FindConverter(to);
+    const UnitTable& units = UnitTable::Instance();
+    const UnitConverter* source = units.FindConverter(from);
+    const UnitConverter* target = units.FindConverter(to);
     if (source == nullptr || target == nullptr) return ErrorCode::UnitMismatch;
     return source->ConvertTo(value, out, *target);
 }
 
 double Converter::Factor(int from, int to) {
     if (UnitId::SameUnit(from, to)) return 1.0;
-    const UnitTable& catalog = UnitTable::Instance();
-    const UnitConverter* source = catalog.FindConverter(from);
-    const UnitConverter* target = catalog.FindConverter(to);
+    const UnitTable& units = UnitTable::Instance();
+    const UnitConverter* source = units.FindConverter(from);
+    const UnitConverter* target = units.FindConverter(to);
     if (source == nullptr || target == nullptr) return 0.0;
     double factor = 0.0;
     return source->FactorTo(*target, factor) == ErrorCode::Success ? factor : 0.0;
@@ -97,8 +97,8 @@ ErrorCode Converter::Convert(double value, int from, double& out, const int (&di
 }
 
 size_t Converter::GetUnitGroups(int* const ids) {
-    const UnitTable& catalog = UnitTable::Instance();
-    const std::size_t count = catalog.GroupCount();
+    const UnitTable& units = UnitTable::Instance();
+    const std::size_t count = units.GroupCount();
     if (ids != nullptr) {
         for (std::size_t i = 0; i < count; ++i) ids[i] = static_cast<int>(i + 1) << 12;
     }

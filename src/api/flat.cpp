@@ -58,7 +58,7 @@ enum SymbolStringSetting : int {
     SetParsingString = 4,
 };
 
-int Result(ErrorCode code) {
+int Code(ErrorCode code) {
     return static_cast<int>(code);
 }
 
@@ -115,18 +115,18 @@ void DestroyFormatter(MensuraFormatter* formatter) {
 
 int Parse(MensuraFormatter* formatter, const MensuraChar16* text, double* value, int unit) {
     if (formatter == nullptr || text == nullptr || value == nullptr) {
-        return Result(ErrorCode::Failure);
+        return Code(ErrorCode::Failure);
     }
-    return CallFromC([&] { return Result(formatter->Parse(text, *value, unit)); });
+    return CallFromC([&] { return Code(formatter->Parse(text, *value, unit)); });
 }
 
 int Format(MensuraFormatter* formatter, double value, int unit, MensuraChar16* buffer, size_t size,
            int symbol, double* converted) {
     if (formatter == nullptr || buffer == nullptr || converted == nullptr) {
-        return Result(ErrorCode::Failure);
+        return Code(ErrorCode::Failure);
     }
     return CallFromC(
-        [&] { return Result(formatter->Format(value, unit, buffer, size, symbol, converted)); });
+        [&] { return Code(formatter->Format(value, unit, buffer, size, symbol, converted)); });
 }
 
 int FormatterNumberSetting(MensuraFormatter* formatter, int selector, void* data, size_t size) {
@@ -144,43 +144,43 @@ int FormatterSymbolStringSetting(MensuraFormatter* formatter, int selector, int 
 namespace {
 
 int ApplyNumberSetting(MensuraFormatter* formatter, int selector, void* data, size_t size) {
-    if (formatter == nullptr || data == nullptr) return Result(ErrorCode::Failure);
+    if (formatter == nullptr || data == nullptr) return Code(ErrorCode::Failure);
     auto* const text = static_cast<char16_t*>(data);
     auto* const number = static_cast<std::int32_t*>(data);
     switch (selector) {
         case GetNativeDigits:
             formatter->GetNativeDigits(text);
-            return Result(ErrorCode::Success);
+            return Code(ErrorCode::Success);
         case SetNativeDigits:
         case SetNativeDigitsToo:
-            return Result(formatter->SetNativeDigits(text));
+            return Code(formatter->SetNativeDigits(text));
         case GetNegativeSign:
             formatter->GetNegativeSign(text, size);
-            return Result(ErrorCode::Success);
+            return Code(ErrorCode::Success);
         case SetNegativeSign:
             formatter->SetNegativeSign(text);
-            return Result(ErrorCode::Success);
+            return Code(ErrorCode::Success);
         case GetDecimalDigits:
             *number = formatter->GetNumberDecimalDigits();
-            return Result(ErrorCode::Success);
+            return Code(ErrorCode::Success);
         case SetDecimalDigits:
-            return Result(formatter->SetNumberDecimalDigits(*number));
+            return Code(formatter->SetNumberDecimalDigits(*number));
         case GetDecimalSeparator:
             formatter->GetNumberDecimalSeparator(text, size);
-            return Result(ErrorCode::Success);
+            return Code(ErrorCode::Success);
         case SetDecimalSeparator:
-            return Result(formatter->SetNumberDecimalSeparator(text));
+            return Code(formatter->SetNumberDecimalSeparator(text));
         case GetNumber:
             *number = static_cast<std::int32_t>(formatter->GetNumber());
-            return Result(ErrorCode::Success);
+            return Code(ErrorCode::Success);
         case SetNumber:
             formatter->SetNumber(static_cast<NumberFormat>(*number));
-            return Result(ErrorCode::Success);
+            return Code(ErrorCode::Success);
         case GetGroupSeparator:
             formatter->GetNumberGroupSeparator(text, size);
-            return Result(ErrorCode::Success);
+            return Code(ErrorCode::Success);
         case SetGroupSeparator:
-            return Result(formatter->SetNumberGroupSeparator(text));
+            return Code(formatter->SetNumberGroupSeparator(text));
         case GetGroupSizes:
             // size 0 asks for the count; any other size receives all the sizes.
             if (size == 0) {
@@ -188,36 +188,36 @@ int ApplyNumberSetting(MensuraFormatter* formatter, int selector, void* data, si
             } else {
                 formatter->GetNumberGroupSizes(number);
             }
-            return Result(ErrorCode::Success);
+            return Code(ErrorCode::Success);
         case SetGroupSizes:
             if (size > static_cast<size_t>(std::numeric_limits<int>::max())) {
-                return Result(ErrorCode::Failure);
+                return Code(ErrorCode::Failure);
             }
-            return Result(formatter->SetNumberGroupSizes(number, static_cast<int>(size)));
+            return Code(formatter->SetNumberGroupSizes(number, static_cast<int>(size)));
         case GetPositiveSign:
             formatter->GetPositiveSign(text, size);
-            return Result(ErrorCode::Success);
+            return Code(ErrorCode::Success);
         case SetPositiveSign:
             formatter->SetPositiveSign(text);
-            return Result(ErrorCode::Success);
+            return Code(ErrorCode::Success);
     }
-    return Result(ErrorCode::Failure);
+    return Code(ErrorCode::Failure);
 }
 
 int ApplySymbolStringSetting(MensuraFormatter* formatter, int selector, int symbol,
                              MensuraChar16* data, size_t size) {
-    if (formatter == nullptr || data == nullptr) return Result(ErrorCode::Failure);
+    if (formatter == nullptr || data == nullptr) return Code(ErrorCode::Failure);
     switch (selector) {
         case GetFormattingString:
-            return Result(formatter->GetSymbolFormattingString(symbol, data, size));
+            return Code(formatter->GetSymbolFormattingString(symbol, data, size));
         case SetFormattingString:
-            return Result(formatter->SetSymbolFormattingString(symbol, data));
+            return Code(formatter->SetSymbolFormattingString(symbol, data));
         case GetParsingString:
-            return Result(formatter->GetSymbolParsingString(symbol, data, size));
+            return Code(formatter->GetSymbolParsingString(symbol, data, size));
         case SetParsingString:
-            return Result(formatter->SetSymbolParsingString(symbol, data));
+            return Code(formatter->SetSymbolParsingString(symbol, data));
     }
-    return Result(ErrorCode::Failure);
+    return Code(ErrorCode::Failure);
 }
 
 }  // namespace

@@ -7,7 +7,6 @@
 #include <iterator>
 #include <memory>
 #include <string_view>
-#include <vector>
 
 #include "catalogue/unit_catalog.h"
 #include "catalogue/vocabulary.h"

@@ -34,18 +34,6 @@ ErrorCode BecomeUnitUnlessAngle(SymbolList& list, SymbolList::iterator& position
     return ErrorCode::Success;
 }
 
-// The whole list becomes one direction, `amount` of `unit`, in its first element.
-ErrorCode FinishAngle(SymbolList& list, SymbolList::iterator& position, double amount, int unit,
-                      const Dimensions& dimensions) {
-    double base = 0.0;
-    if (ConverterOf(unit).DirectToBase(amount, base, dimensions) != ErrorCode::Success)
-        return ErrorCode::ParseFailure;
-    list.Replace<ResultSymbol>(list.begin(), dimensions, base);
-    list.Erase(list.begin().next(), list.end());
-    position = list.end();
-    return ErrorCode::Success;
-}
-
 // N or S in the second pass: the start of a bearing, or the direction alone.
 ErrorCode OpenBearing(SymbolList& list, SymbolList::iterator& position,
                       const Dimensions& dimensions, bool north) {
@@ -59,7 +47,7 @@ ErrorCode OpenBearing(SymbolList& list, SymbolList::iterator& position,
         position = list.begin();
         return ErrorCode::Success;
     }
-    return FinishAngle(list, position, north ? 90.0 : -90.0, kDegree, dimensions);
+    return CompoundMarks::Finish(list, position, north ? 90.0 : -90.0, kDegree, dimensions);
 }
 
 }  // namespace
@@ -112,7 +100,7 @@ ErrorCode BearingEndSymbol::Evaluate(SymbolList& list, SymbolList::iterator& pos
     const SymbolList::iterator letter = position;
     if (letter.next() != list.end()) return ErrorCode::ParseFailure;
     if (letter == list.begin()) {
-        return FinishAngle(list, position, IsWest() ? 180.0 : 0.0, kDegree, dimensions);
+        return CompoundMarks::Finish(list, position, IsWest() ? 180.0 : 0.0, kDegree, dimensions);
     }
     // Number ″ letter, the number in seconds of arc.
     const SymbolList::iterator mark = letter.previous();
@@ -131,7 +119,7 @@ ErrorCode BearingEndSymbol::Evaluate(SymbolList& list, SymbolList::iterator& pos
     } else {
         seconds = fromNorth ? kQuarterTurn - x : x - kQuarterTurn;
     }
-    return FinishAngle(list, position, seconds, kAngleSecond, dimensions);
+    return CompoundMarks::Finish(list, position, seconds, kAngleSecond, dimensions);
 }
 
 ErrorCode DegreeSymbol::Evaluate(SymbolList& list, SymbolList::iterator& position, bool firstPass,

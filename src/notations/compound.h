@@ -7,7 +7,10 @@
 #include <cmath>
 #include <cstdint>
 
+#include "base/dimensions.h"
+#include "grammar/parse_symbol.h"
 #include "mensura/mensura.hpp"
+#include "units/unit_table.h"
 
 namespace Mensura::CompoundMarks {
 
@@ -34,6 +37,22 @@ inline double Fraction(double x) {
 // in front reads as plus.
 inline double Combine(double leading, bool negative, double rest) {
     return negative ? leading - rest : leading + rest;
+}
+
+// The whole list becomes one result, `amount` of `unit`, in its first element,
+// and the engine stops at the end. ParseFailure when the unit's exponents are
+// not the target's.
+inline ErrorCode Finish(SymbolList& list, SymbolList::iterator& position, double amount, int unit,
+                        const Dimensions& dimensions) {
+    double base = 0.0;
+    const UnitConverter* converter = UnitTable::Instance().FindConverter(unit);
+    if (converter->DirectToBase(amount, base, dimensions) != ErrorCode::Success) {
+        return ErrorCode::ParseFailure;
+    }
+    list.Replace<ResultSymbol>(list.begin(), dimensions, base);
+    list.Erase(list.begin().next(), list.end());
+    position = list.end();
+    return ErrorCode::Success;
 }
 
 }  // namespace Mensura::CompoundMarks

@@ -17,6 +17,7 @@ namespace Mensura {
 namespace {
 
 using CompoundMarks::Combine;
+using CompoundMarks::Finish;
 
 bool Classify(const Dimensions& dimensions, Marks& marks) {
     const int group = UnitTable::Instance().FindGroupByDimensions(dimensions);
@@ -47,19 +48,6 @@ bool IsMinus(const NumberSymbol& number) {
 // A compass letter behind a mark hands the angle on to the letter.
 bool IsLetter(SymbolList& list, SymbolList::iterator at) {
     return Is(list, at, ParseKind::East) || Is(list, at, ParseKind::West);
-}
-
-// The whole list becomes one result, `amount` of `unit`, in the first element.
-ErrorCode Finish(SymbolList& list, SymbolList::iterator& position, double amount, int unit,
-                 const Dimensions& dimensions) {
-    double base = 0.0;
-    const UnitConverter* converter = UnitTable::Instance().FindConverter(unit);
-    if (converter->DirectToBase(amount, base, dimensions) != ErrorCode::Success)
-        return ErrorCode::ParseFailure;
-    list.Replace<ResultSymbol>(list.begin(), dimensions, base);
-    list.Erase(list.begin().next(), list.end());
-    position = list.end();
-    return ErrorCode::Success;
 }
 
 // Both marks step on in the first pass; in the second they need a target
