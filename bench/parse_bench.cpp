@@ -7,8 +7,12 @@
 
 namespace {
 
-void ParseLoop(benchmark::State& state, const char16_t* text, int unit) {
-    const Mensura::Formatter formatter;
+// Each text is read twice: with the catalogue's reading, and with the
+// everyday reading on, which must cost little more for a text that the
+// catalogue's reading takes.
+void ParseLoop(benchmark::State& state, const char16_t* text, int unit, bool everyday) {
+    Mensura::Formatter formatter;
+    formatter.SetEverydayReading(everyday);
     double value = 0.0;
     const std::size_t before = MensuraBench::AllocationCount();
     for (auto _ : state) {
@@ -18,34 +22,24 @@ void ParseLoop(benchmark::State& state, const char16_t* text, int unit) {
     MENSURA_REPORT_ALLOCATIONS(state, before);
 }
 
-void BM_ParseFeet(benchmark::State& state) {
-    ParseLoop(state, u"5.5 ft", 0x2001);
-}
-BENCHMARK(BM_ParseFeet);
+#define MENSURA_PARSE_BENCH(name, text, unit)                        \
+    BENCHMARK_CAPTURE(ParseLoop, name##_Default, text, unit, false); \
+    BENCHMARK_CAPTURE(ParseLoop, name##_Everyday, text, unit, true)
 
-void BM_ParseGroupedMillimeters(benchmark::State& state) {
-    ParseLoop(state, u"1,000.5 mm", 0x2001);
-}
-BENCHMARK(BM_ParseGroupedMillimeters);
+MENSURA_PARSE_BENCH(Feet, u"5.5 ft", 0x2001);
+MENSURA_PARSE_BENCH(GroupedMillimeters, u"1,000.5 mm", 0x2001);
+MENSURA_PARSE_BENCH(ProductOfUnits, u"5 kg·m/s²", 0x17001);
+MENSURA_PARSE_BENCH(FeetAndInches, u"5′-6 1/2″", 0x2016);
+MENSURA_PARSE_BENCH(Bearing, u"N 45°30′ E", 0x8002);
+// An exponent behind a quotient key: the key is cut before it.
+MENSURA_PARSE_BENCH(ExponentAfterQuotient, u"9.81 m/s^2", 0x30001);
 
-void BM_ParseProductOfUnits(benchmark::State& state) {
-    ParseLoop(state, u"5 kg·m/s²", 0x17001);
-}
-BENCHMARK(BM_ParseProductOfUnits);
-
-void BM_ParseFeetAndInches(benchmark::State& state) {
-    ParseLoop(state, u"5′-6 1/2″", 0x2016);
-}
-BENCHMARK(BM_ParseFeetAndInches);
-
-}  // namespace
-
-namespace {
-
-void BM_ParseBearing(benchmark::State& state) {
-    ParseLoop(state, u"N 45°30′ E", 0x8002);
-}
-BENCHMARK(BM_ParseBearing);
+// Texts that only the everyday reading takes: the catalogue's reading fails
+// first, then the everyday forms read them.
+BENCHMARK_CAPTURE(ParseLoop, PrefixedSymbol_Everyday, u"5 kJ", 0x13001, true);
+BENCHMARK_CAPTURE(ParseLoop, SumOfLengths_Everyday, u"5 ft 6 in", 0x2016, true);
+BENCHMARK_CAPTURE(ParseLoop, VulgarFraction_Everyday, u"5′6½″", 0x2016, true);
+BENCHMARK_CAPTURE(ParseLoop, CompactBearing_Everyday, u"N45-30E", 0x8002, true);
 
 }  // namespace
 

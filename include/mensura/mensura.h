@@ -69,6 +69,12 @@ MENSURA_API int FormatterNumberSetting(MensuraFormatter* formatter, int selector
 MENSURA_API int FormatterSymbolStringSetting(MensuraFormatter* formatter, int selector, int symbol,
                                              MensuraChar16* data, size_t size);
 
+/* Reads or changes the everyday reading (Formatter::SetEverydayReading in
+ * mensura.hpp): selector 1 reads the flag into *value, 2 sets it from *value,
+ * 0 off and 1 on. 0 on success; 1 for a null formatter or value, another
+ * selector, or a value other than 0 and 1 to set. */
+MENSURA_API int FormatterReadingSetting(MensuraFormatter* formatter, int selector, int* value);
+
 /* Text ------------------------------------------------------------------- */
 
 /* Renders value, given in `unit`, as text with a symbol (0 for the default). */

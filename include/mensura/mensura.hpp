@@ -188,6 +188,21 @@ public:
     // unreadable text, or a text whose unit measures another quantity.
     ErrorCode Parse(const char16_t* text, double& value, int unit) const;
 
+    // The everyday reading, off by default. When on, Parse also reads a text
+    // as a person in the trade writes it today, where the catalogue's reading
+    // refuses it: SI prefixes on SI symbols ("kJ", "hPa", "µs" with the micro
+    // sign or the Greek mu), plurals and spelled words ("feet", "meters"),
+    // "*", "⋅" and "×" between units, "−" (U+2212) and "+" as signs, vulgar
+    // fractions ("5′6½″"), sums of one kind ("5 ft 6 in", "1 h 30 min") and
+    // compact bearings ("N45-30E"). A few symbols whose catalogue meaning
+    // misleads take their everyday one instead: "lb" is the avoirdupois
+    // pound, "MB" a million bytes, "daN/m²" per square meter; in locale 1033
+    // "tbsp", "tsp" and "cwt" are the U.S. customary ones. The full list is in
+    // docs/everyday-reading.md. A text that reads by default keeps its value
+    // unless it holds one of those symbols. Copies share the setting.
+    void SetEverydayReading(bool on);
+    bool GetEverydayReading() const;
+
     // The symbol id that renders a unit type when no symbol is asked for: the
     // one set by SetDefaultSymbol, else symbol 1 of the type. 0 for anything
     // but a unit type id.

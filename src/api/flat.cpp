@@ -129,6 +129,23 @@ int Format(MensuraFormatter* formatter, double value, int unit, MensuraChar16* b
         [&] { return Code(formatter->Format(value, unit, buffer, size, symbol, converted)); });
 }
 
+int FormatterReadingSetting(MensuraFormatter* formatter, int selector, int* value) {
+    if (formatter == nullptr || value == nullptr) return Code(ErrorCode::Failure);
+    switch (selector) {
+        case 1:
+            *value = formatter->GetEverydayReading() ? 1 : 0;
+            return Code(ErrorCode::Success);
+        case 2:
+            if (*value != 0 && *value != 1) return Code(ErrorCode::Failure);
+            return CallFromC([&] {
+                formatter->SetEverydayReading(*value == 1);
+                return Code(ErrorCode::Success);
+            });
+        default:
+            return Code(ErrorCode::Failure);
+    }
+}
+
 int FormatterNumberSetting(MensuraFormatter* formatter, int selector, void* data, size_t size) {
     return CallFromC([&] { return ApplyNumberSetting(formatter, selector, data, size); });
 }

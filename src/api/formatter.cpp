@@ -2,6 +2,7 @@
 #include <string>
 
 #include "api/formatter_impl.h"
+#include "catalogue/everyday.h"
 #include "catalogue/unit_catalog.h"
 #include "mensura/mensura.hpp"
 #include "notations/format_symbol.h"
@@ -111,6 +112,17 @@ ErrorCode Formatter::Format(double value, const int (&dimensions)[7], char16_t* 
 
 ErrorCode Formatter::Parse(const char16_t* text, double& value, int unit) const {
     return m_impl->ParseInUnit(text, value, unit);
+}
+
+void Formatter::SetEverydayReading(bool on) {
+    // The everyday vocabulary is made here, the first time it is asked for,
+    // so that no parse has to.
+    if (on) EverydayVocabulary::Instance();
+    m_impl->SetEverydayReading(on);
+}
+
+bool Formatter::GetEverydayReading() const {
+    return m_impl->GetEverydayReading();
 }
 
 ErrorCode Formatter::Parse(const char16_t* text, double& value, const int (&dimensions)[7],

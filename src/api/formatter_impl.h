@@ -15,6 +15,9 @@
 
 namespace Mensura {
 
+class EverydayVocabulary;
+class SymbolList;
+
 class FormatterImpl {
 public:
     static constexpr int kEnglish = 1033;
@@ -80,13 +83,29 @@ public:
     ErrorCode ParseToBase(const char16_t* text, double& value, const Dimensions& dimensions,
                           int group) const;
 
+    // Whether a text that the catalogue's reading refuses is read again as a
+    // person in the trade writes it, and a few symbols take their everyday
+    // meaning (catalogue/everyday.inc).
+    bool GetEverydayReading() const { return everydayReading; }
+    void SetEverydayReading(bool on) { everydayReading = on; }
+
 private:
+    // One reading of the whole text: the catalogue's (everyday null), the
+    // catalogue's with everyday meanings, or with the everyday forms too.
+    ErrorCode ReadText(const char16_t* text, double& value, const Dimensions& dimensions, int group,
+                       const EverydayVocabulary* everyday, bool forms) const;
+    // Lays the text out from cursor into the list. ParseFailure at a place
+    // that holds no number and no key.
+    ErrorCode Scan(const char16_t* cursor, SymbolList& list, const EverydayVocabulary* everyday,
+                   bool forms) const;
+
     SymbolStrings symbolStrings;
     std::map<int, int> defaultSymbols;  // unit type id to symbol id
     std::map<int, int> defaultUnits;    // group id to unit type id
     int localeId;
     int languageIndex;
     int handles = 0;
+    bool everydayReading = false;
 };
 
 }  // namespace Mensura

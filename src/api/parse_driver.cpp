@@ -1,11 +1,52 @@
 // From a text to one value: the pass through the caller's symbol strings, the
 // scan of a text into a list of numbers and symbols, and the reading of the
-// evaluated result.
+// evaluated result. With the everyday reading on, a text that the catalogue's
+// reading refuses is read a second time with the everyday vocabulary and
+// forms, so that they only ever add readings.
 #include "api/formatter_impl.h"
+#include "base/number_flags.h"
+#include "catalogue/everyday.h"
 #include "catalogue/unit_catalog.h"
 #include "grammar/parse_symbol.h"
+#include "notations/everyday_forms.h"
 
 namespace Mensura {
+
+namespace {
+
+bool IsDigit(char16_t unit) {
+    return unit >= u'0' && unit <= u'9';
+}
+
+// Where a key that is a quotient or product of units ("kg/m", "m/s") must be
+// cut when an exponent follows it directly, so that the exponent applies to
+// its last unit: "kg/m²" is kilograms per square meter. The length in front
+// of the key's last "/" or "·", or 0 when the key stays whole. A digit is an
+// exponent only where the last unit takes one ("kg/m2"), and a key with
+// brackets stays whole.
+std::size_t CutBeforeExponent(const char16_t* key, std::size_t length,
+                              const RadixTree<const IParseSymbol*>& dictionary) {
+    const char16_t next = key[length];
+    const bool digit = IsDigit(next);
+    if (!digit && next != u'²' && next != u'³' && next != u'^') return 0;
+    std::size_t cut = 0;
+    for (std::size_t i = 0; i < length; ++i) {
+        const char16_t unit = key[i];
+        if (unit == u'(' || unit == u')' || unit == u'（' || unit == u'）') return 0;
+        if (unit == u'/' || unit == u'·') cut = i;
+    }
+    if (cut == 0) return 0;
+    if (digit) {
+        std::size_t matched = 0;
+        if (dictionary.FindLongest(key + cut + 1, &matched) == nullptr ||
+            matched <= length - cut - 1) {
+            return 0;
+        }
+    }
+    return cut;
+}
+
+}  // namespace
 
 ErrorCode FormatterImpl::ParseInUnit(const char16_t* text, double& value, int unit) const {
     const UnitConverter* converter = UnitTable::Instance().FindConverter(unit);
@@ -26,15 +67,30 @@ ErrorCode FormatterImpl::ParseInUnit(const char16_t* text, double& value, int un
 ErrorCode FormatterImpl::ParseToBase(const char16_t* text, double& value,
                                      const Dimensions& dimensions, int group) const {
     if (text == nullptr || *text == 0) return ErrorCode::ParseFailure;
+    if (!everydayReading) return ReadText(text, value, dimensions, group, nullptr, false);
+    // The catalogue's reading first, with the everyday meanings of the
+    // symbols that the list replaces; the everyday forms only where it fails.
+    const EverydayVocabulary& everyday = EverydayVocabulary::Instance();
+    const ErrorCode code = ReadText(text, value, dimensions, group, &everyday, false);
+    if (code == ErrorCode::Success) return code;
+    if (ReadText(text, value, dimensions, group, &everyday, true) == ErrorCode::Success) {
+        return ErrorCode::Success;
+    }
+    return code;
+}
+
+ErrorCode FormatterImpl::ReadText(const char16_t* text, double& value, const Dimensions& dimensions,
+                                  int group, const EverydayVocabulary* everyday, bool forms) const {
     const UnitCatalog& catalog = UnitCatalog::Instance();
     SymbolList list;
     const char16_t* cursor = text;
+    const bool commonSigns = everyday != nullptr;
 
     // The numbers at the very start, read once for both attempts.
     while (*cursor != 0) {
         double number = 0.0;
         std::uint32_t flags = 0;
-        const Result scanned = numbers.ScanNumber(cursor, &number, &flags);
+        const Result scanned = numbers.ScanNumber(cursor, &number, &flags, commonSigns);
         if (!scanned.Ok()) break;
         list.PushBackNew<NumberSymbol>(number, flags);
         cursor += scanned.length;
@@ -42,26 +98,19 @@ ErrorCode FormatterImpl::ParseToBase(const char16_t* text, double& value,
 
     // The caller's symbol strings come first. Once one of them has read the
     // text, its result stands, even when it is not a value of `dimensions`.
-    if (!symbolStrings.Empty()) {
+    if (!forms && !symbolStrings.Empty()) {
         const ErrorCode custom = symbolStrings.Read(numbers, list, cursor, value, dimensions);
         if (custom != ErrorCode::Failure) return custom;
     }
 
-    // Every place holds a number or a key of the dictionary: numbers first.
-    while (*cursor != 0) {
-        double number = 0.0;
-        std::uint32_t flags = 0;
-        const Result scanned = numbers.ScanNumber(cursor, &number, &flags);
-        if (scanned.Ok()) {
-            list.PushBackNew<NumberSymbol>(number, flags);
-            cursor += scanned.length;
-            continue;
-        }
-        std::size_t matched = 0;
-        const IParseSymbol* symbol = catalog.Dictionary().FindLongest(cursor, &matched);
-        if (symbol == nullptr) return ErrorCode::ParseFailure;
-        list.PushBack(symbol);
-        cursor += matched;
+    if (Scan(cursor, list, everyday, forms) != ErrorCode::Success) return ErrorCode::ParseFailure;
+
+    if (forms) {
+        const EverydayVocabulary::Operators& marks = everyday->Marks();
+        EverydayForms::MarkCompactBearing(list, {marks.degree, marks.prime, marks.doublePrime});
+        EverydayForms::JoinMixedNumbers(list);
+        const ErrorCode sum = EverydayForms::ReadSum(list, dimensions, value);
+        if (sum != ErrorCode::Failure) return sum;
     }
 
     if (EvaluateList(list, dimensions) != ErrorCode::Success) {
@@ -77,6 +126,64 @@ ErrorCode FormatterImpl::ParseToBase(const char16_t* text, double& value,
         if (EvaluateList(list, dimensions) != ErrorCode::Success) return ErrorCode::ParseFailure;
     }
     return ReadResult(list, value, dimensions);
+}
+
+ErrorCode FormatterImpl::Scan(const char16_t* cursor, SymbolList& list,
+                              const EverydayVocabulary* everyday, bool forms) const {
+    const RadixTree<const IParseSymbol*>& dictionary = UnitCatalog::Instance().Dictionary();
+    const bool us = localeId == kEnglish;
+    // The end of a key that was cut before an exponent: up to there, keys
+    // are looked up no further.
+    const char16_t* fence = nullptr;
+    // Every place holds a number or a key of the dictionary: numbers first.
+    while (*cursor != 0) {
+        double number = 0.0;
+        std::uint32_t flags = 0;
+        const Result scanned = numbers.ScanNumber(cursor, &number, &flags, everyday != nullptr);
+        if (scanned.Ok()) {
+            list.PushBackNew<NumberSymbol>(number, flags);
+            cursor += scanned.length;
+            continue;
+        }
+        if (forms) {
+            // "6½″" reads as "6 1/2″".
+            if (const auto* fraction = EverydayVocabulary::FindFraction(*cursor)) {
+                const EverydayVocabulary::Operators& marks = everyday->Marks();
+                if (!list.empty() && list.end().previous().symbol()->AsNumber() != nullptr) {
+                    list.PushBack(marks.space);
+                }
+                list.PushBackNew<NumberSymbol>(fraction->numerator, NumberFlags::IntegerDigits);
+                list.PushBack(marks.division);
+                list.PushBackNew<NumberSymbol>(fraction->denominator, NumberFlags::IntegerDigits);
+                ++cursor;
+                continue;
+            }
+        }
+        const std::size_t limit = fence != nullptr && cursor < fence
+                                      ? static_cast<std::size_t>(fence - cursor)
+                                      : static_cast<std::size_t>(-1);
+        std::size_t matched = 0;
+        const IParseSymbol* symbol = dictionary.FindLongest(cursor, &matched, limit);
+        if (forms) {
+            std::size_t longer = 0;
+            const IParseSymbol* word = everyday->FindLongest(cursor, &longer, limit, us);
+            if (word != nullptr && (symbol == nullptr || longer > matched)) {
+                symbol = word;
+                matched = longer;
+            }
+        }
+        if (symbol == nullptr) return ErrorCode::ParseFailure;
+        if (limit == static_cast<std::size_t>(-1)) {
+            if (const std::size_t cut = CutBeforeExponent(cursor, matched, dictionary)) {
+                fence = cursor + cut;
+                continue;
+            }
+        }
+        if (everyday != nullptr) symbol = everyday->Substitute(symbol, us);
+        list.PushBack(symbol);
+        cursor += matched;
+    }
+    return ErrorCode::Success;
 }
 
 }  // namespace Mensura

@@ -117,8 +117,10 @@ public:
     // The value of the longest key that is a prefix of text, or the default
     // when there is none or text is null. *matched, when matched is not null,
     // receives that key's length in units, and is written only when a value is
-    // found. Allocates nothing.
-    Value FindLongest(const char16_t* text, std::size_t* matched) const;
+    // found. Allocates nothing. A key longer than `limit` units is not
+    // looked at, as if the text ended there.
+    Value FindLongest(const char16_t* text, std::size_t* matched,
+                      std::size_t limit = static_cast<std::size_t>(-1)) const;
 
 private:
     using Index = std::uint32_t;
@@ -504,7 +506,8 @@ void RadixTree<Value>::DropWideIndex() {
 }
 
 template <typename Value>
-Value RadixTree<Value>::FindLongest(const char16_t* text, std::size_t* matched) const {
+Value RadixTree<Value>::FindLongest(const char16_t* text, std::size_t* matched,
+                                    std::size_t limit) const {
     if (text == nullptr) return Value{};
     Value best{};
     const Node* node = &root;
@@ -514,6 +517,7 @@ Value RadixTree<Value>::FindLongest(const char16_t* text, std::size_t* matched) 
             best = node->value;
             if (matched != nullptr) *matched = count;
         }
+        if (count == limit) break;
         const char16_t unit = text[count];
         if (unit == 0) break;
         if (node->form == Form::Branch) {
@@ -546,6 +550,7 @@ Value RadixTree<Value>::FindLongest(const char16_t* text, std::size_t* matched) 
             ++count;
         } else if (node->form == Form::Run) {
             const Index length = node->count;
+            if (length > limit - count) break;
             if (CommonLength(units.data() + node->first, length, text + count) < length) break;
             node = &At(node->link);
             count += length;

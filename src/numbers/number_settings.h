@@ -104,18 +104,29 @@ public:
     // its length; ParseFailure when none stands there, Failure when value is
     // null. Writes value and *flags (the NumberFlags seen) only for a number.
     // Most places of a text hold a unit or an operator, which the first look
-    // turns away without a call.
-    Result ScanNumber(const char16_t* text, double* value, std::uint32_t* flags) const {
+    // turns away without a call. `everyday` lets the minus sign U+2212 stand
+    // for the negative sign and "+" for the positive sign, where they are no
+    // token of the settings.
+    Result ScanNumber(const char16_t* text, double* value, std::uint32_t* flags,
+                      bool everyday = false) const {
         if (value == nullptr) return Result::Fail();
         // Only an empty sign could stand here, and a sign alone is no number;
         // no token begins with the terminator.
-        if (text == nullptr || !MayStartToken(*text)) return Result::Fail(ErrorCode::ParseFailure);
-        return ReadNumber(text, value, flags);
+        if (text == nullptr) return Result::Fail(ErrorCode::ParseFailure);
+        if (!MayStartToken(*text) && !(everyday && IsCommonSign(*text))) {
+            return Result::Fail(ErrorCode::ParseFailure);
+        }
+        return ReadNumber(text, value, flags, everyday);
     }
 
 private:
+    static constexpr char16_t kMinusSign = u'\u2212';
+    static bool IsCommonSign(char16_t unit) { return unit == u'+' || unit == kMinusSign; }
     // The scanner behind ScanNumber's first look.
-    Result ReadNumber(const char16_t* text, double* value, std::uint32_t* flags) const;
+    Result ReadNumber(const char16_t* text, double* value, std::uint32_t* flags,
+                      bool everyday) const;
+    // The token at the start of text, which is not empty, and its length.
+    int TokenAt(const char16_t* text, bool everyday, std::size_t& length) const;
     // Erases the old text from NumberTokens, stores the new one, and inserts
     // it with code.
     void ReplaceToken(std::u16string& setting, const char16_t* text, int code);

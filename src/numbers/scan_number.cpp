@@ -7,8 +7,36 @@
 
 namespace Mensura {
 
-Result NumberSettings::ReadNumber(const char16_t* text, double* value,
-                                  std::uint32_t* flagsOut) const {
+int NumberSettings::TokenAt(const char16_t* text, bool everyday, std::size_t& length) const {
+    int code = TokenAt(text);
+    switch (code) {
+        case NumberToken::GroupSeparator:
+            length = groupSeparator.size();
+            break;
+        case NumberToken::DecimalSeparator:
+            length = decimalSeparator.size();
+            break;
+        case NumberToken::PositiveSign:
+            length = positiveSign.size();
+            break;
+        case NumberToken::NegativeSign:
+            length = negativeSign.size();
+            break;
+        default:
+            length = 1;
+            break;
+    }
+    // The common signs stand in only where the settings find nothing of
+    // their own, or no more than an empty sign.
+    if (everyday && IsCommonSign(*text) && (code == NumberToken::None || length == 0)) {
+        code = *text == u'+' ? NumberToken::PositiveSign : NumberToken::NegativeSign;
+        length = 1;
+    }
+    return code;
+}
+
+Result NumberSettings::ReadNumber(const char16_t* text, double* value, std::uint32_t* flagsOut,
+                                  bool everyday) const {
     enum class State {
         Start,
         Signed,
@@ -27,26 +55,10 @@ Result NumberSettings::ReadNumber(const char16_t* text, double* value,
     std::size_t position = 0;
     State state = State::Start;
 
-    int code = TokenAt(text);
+    std::size_t length = 0;
+    int code = TokenAt(text, everyday, length);
     while (code != NumberToken::None) {
         const int tokenClass = (code - 4) / 4;
-        std::size_t length = 1;
-        switch (code) {
-            case NumberToken::GroupSeparator:
-                length = groupSeparator.size();
-                break;
-            case NumberToken::DecimalSeparator:
-                length = decimalSeparator.size();
-                break;
-            case NumberToken::PositiveSign:
-                length = positiveSign.size();
-                break;
-            case NumberToken::NegativeSign:
-                length = negativeSign.size();
-                break;
-            default:
-                break;
-        }
         const bool digit = tokenClass <= 9;
         const double digitValue = digit ? tokenClass : 0.0;
         State next = State::Stop;
@@ -127,7 +139,7 @@ Result NumberSettings::ReadNumber(const char16_t* text, double* value,
         if (digit) consumed = position;
         state = next;
         if (text[position] == 0) break;
-        code = TokenAt(text + position);
+        code = TokenAt(text + position, everyday, length);
     }
     if (consumed == 0) return Result::Fail(ErrorCode::ParseFailure);
 

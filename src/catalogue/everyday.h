@@ -1,0 +1,100 @@
+// The vocabulary of the everyday reading, built from everyday.inc on top of
+// the catalogue: the keys it adds (spelled words and plurals, SI prefixes,
+// the Greek mu, the product signs), the catalogue symbols whose meaning it
+// replaces, and the vulgar fractions. Built once, on the first everyday parse,
+// and read-only after that, like the catalogue.
+#ifndef MENSURA_CATALOGUE_EVERYDAY_H
+#define MENSURA_CATALOGUE_EVERYDAY_H
+
+#include <algorithm>
+#include <cstddef>
+#include <deque>
+#include <memory>
+#include <utility>
+#include <vector>
+
+#include "base/radix_tree.h"
+
+namespace Mensura {
+
+class IParseSymbol;
+class GenericOperand;
+class UnitCatalog;
+
+// What an everyday key or a replaced symbol reads as: one symbol in every
+// locale, or another where the locale is the United States'.
+struct EverydayMeaning {
+    const IParseSymbol* everywhere = nullptr;
+    const IParseSymbol* inUS = nullptr;
+    const IParseSymbol* For(bool us) const { return us && inUS != nullptr ? inUS : everywhere; }
+};
+
+class EverydayVocabulary {
+public:
+    explicit EverydayVocabulary(const UnitCatalog& catalog);
+    ~EverydayVocabulary();
+    EverydayVocabulary(const EverydayVocabulary&) = delete;
+    EverydayVocabulary& operator=(const EverydayVocabulary&) = delete;
+
+    // The vocabulary of this process, made on the first call.
+    static const EverydayVocabulary& Instance();
+
+    // The symbol that reads in place of a catalogue symbol: its everyday
+    // meaning where the list replaces it, else the symbol itself.
+    const IParseSymbol* Substitute(const IParseSymbol* symbol, bool us) const {
+        if (replaced.empty() || symbol < replaced.front().first || replaced.back().first < symbol) {
+            return symbol;
+        }
+        auto at =
+            std::lower_bound(replaced.begin(), replaced.end(), symbol,
+                             [](const std::pair<const IParseSymbol*, const EverydayMeaning*>& entry,
+                                const IParseSymbol* key) { return entry.first < key; });
+        if (at == replaced.end() || at->first != symbol) return symbol;
+        const IParseSymbol* meaning = at->second->For(us);
+        return meaning != nullptr ? meaning : symbol;
+    }
+
+    // The longest everyday key at text, no longer than limit: the symbol
+    // that it reads as in the locale, or null.
+    const IParseSymbol* FindLongest(const char16_t* text, std::size_t* matched, std::size_t limit,
+                                    bool us) const {
+        const EverydayMeaning* meaning = words.FindLongest(text, matched, limit);
+        return meaning != nullptr ? meaning->For(us) : nullptr;
+    }
+
+    // A vulgar fraction such as "½": its numerator and denominator.
+    struct Fraction {
+        char16_t character;
+        int numerator;
+        int denominator;
+    };
+    static const Fraction* FindFraction(char16_t unit);
+
+    // The operators that the everyday forms put into a list.
+    struct Operators {
+        const IParseSymbol* space = nullptr;
+        const IParseSymbol* division = nullptr;
+        const IParseSymbol* degree = nullptr;
+        const IParseSymbol* prime = nullptr;
+        const IParseSymbol* doublePrime = nullptr;
+    };
+    const Operators& Marks() const { return marks; }
+
+    // How many keys the reading adds, and how many symbols it replaces.
+    std::size_t WordCount() const { return wordCount; }
+    std::size_t ReplacedCount() const { return replaced.size(); }
+
+private:
+    friend class EverydayBuilder;
+    std::deque<EverydayMeaning> meanings;
+    std::vector<std::unique_ptr<GenericOperand>> scaled;
+    RadixTree<const EverydayMeaning*> words;
+    std::size_t wordCount = 0;
+    Operators marks;
+    // Sorted by the catalogue symbol.
+    std::vector<std::pair<const IParseSymbol*, const EverydayMeaning*>> replaced;
+};
+
+}  // namespace Mensura
+
+#endif  // MENSURA_CATALOGUE_EVERYDAY_H

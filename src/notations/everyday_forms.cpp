@@ -1,0 +1,181 @@
+// The everyday forms as rewrites of the scanned list.
+#include "notations/everyday_forms.h"
+
+#include <cmath>
+
+#include "base/number_flags.h"
+
+namespace Mensura::EverydayForms {
+
+namespace {
+
+bool IsSpace(SymbolList::iterator at) {
+    return at.symbol()->Kind() == ParseKind::Space;
+}
+
+// The next element from `at` on that is no blank.
+SymbolList::iterator SkipSpaces(SymbolList& list, SymbolList::iterator at) {
+    while (at != list.end() && IsSpace(at)) ++at;
+    return at;
+}
+
+// A number written with digits alone: no sign, point or exponent.
+bool IsWholeNumber(const NumberSymbol* number) {
+    constexpr std::uint32_t kOther = NumberFlags::PlusSign | NumberFlags::MinusSign |
+                                     NumberFlags::PointSeen | NumberFlags::ExponentDigits;
+    return number != nullptr && (number->flags & kOther) == 0;
+}
+
+// What may end a quantity: a unit, or an operator that leaves one behind.
+bool EndsQuantity(const IParseSymbol* symbol) {
+    switch (symbol->Kind()) {
+        case ParseKind::Operand:
+        case ParseKind::Linear:
+        case ParseKind::Square:
+        case ParseKind::Cubic:
+        case ParseKind::RightParenthesis:
+            return true;
+        default:
+            return false;
+    }
+}
+
+bool StartsUnit(const IParseSymbol* symbol) {
+    const ParseKind kind = symbol->Kind();
+    return kind == ParseKind::Operand || kind == ParseKind::Linear;
+}
+
+}  // namespace
+
+bool MarkCompactBearing(SymbolList& list, const BearingMarks& marks) {
+    // Without its blanks the list must be: N or S, one to three numbers, E or W.
+    const IParseSymbol* from = nullptr;
+    const IParseSymbol* to = nullptr;
+    const NumberSymbol* parts[3] = {};
+    int count = 0;
+    for (auto at = list.begin(); at != list.end(); ++at) {
+        if (IsSpace(at)) continue;
+        const IParseSymbol* symbol = at.symbol();
+        const ParseKind kind = symbol->Kind();
+        if (from == nullptr) {
+            if (kind != ParseKind::North && kind != ParseKind::South) return false;
+            from = symbol;
+        } else if (const NumberSymbol* number = symbol->AsNumber()) {
+            if (to != nullptr || count == 3) return false;
+            // The first number stands on its own, the others behind a dash
+            // that the scanner read as their minus sign.
+            const std::uint32_t sign = count == 0 ? 0 : NumberFlags::MinusSign;
+            if ((number->flags & (NumberFlags::PlusSign | NumberFlags::MinusSign)) != sign) {
+                return false;
+            }
+            if (count > 0 && (parts[count - 1]->flags & NumberFlags::PointSeen)) return false;
+            parts[count++] = number;
+        } else if (kind == ParseKind::East || kind == ParseKind::West) {
+            if (to != nullptr || count == 0) return false;
+            to = symbol;
+        } else {
+            return false;
+        }
+    }
+    if (to == nullptr) return false;
+
+    double values[3] = {};
+    std::uint32_t flags[3] = {};
+    for (int i = 0; i < count; ++i) {
+        values[i] = std::fabs(parts[i]->value);
+        flags[i] = parts[i]->flags & ~NumberFlags::MinusSign;
+    }
+    const IParseSymbol* partMarks[3] = {marks.degree, marks.prime, marks.doublePrime};
+    list.Clear();
+    list.PushBack(from);
+    for (int i = 0; i < count; ++i) {
+        list.PushBackNew<NumberSymbol>(values[i], flags[i]);
+        list.PushBack(partMarks[i]);
+    }
+    list.PushBack(to);
+    return true;
+}
+
+void JoinMixedNumbers(SymbolList& list) {
+    for (auto at = list.begin(); at != list.end(); ++at) {
+        // The fraction: whole number, "/", whole number, then a unit.
+        const NumberSymbol* numerator = at.symbol()->AsNumber();
+        if (!IsWholeNumber(numerator)) continue;
+        auto slash = at.next();
+        if (slash == list.end() || slash.symbol()->Kind() != ParseKind::Division) continue;
+        auto under = slash.next();
+        if (under == list.end()) continue;
+        const NumberSymbol* denominator = under.symbol()->AsNumber();
+        if (!IsWholeNumber(denominator) || denominator->value == 0.0) continue;
+        const auto unit = SkipSpaces(list, under.next());
+        if (unit == list.end() || !StartsUnit(unit.symbol())) continue;
+        // A number and a blank in front make it a mixed number.
+        double value = numerator->value / denominator->value;
+        std::uint32_t flags = NumberFlags::IntegerDigits | NumberFlags::PointSeen;
+        auto first = at;
+        if (at != list.begin() && IsSpace(at.previous()) && at.previous() != list.begin()) {
+            const auto whole = at.previous().previous();
+            const NumberSymbol* number = whole.symbol()->AsNumber();
+            if (number != nullptr && !(number->flags & NumberFlags::PointSeen)) {
+                const bool negative = (number->flags & NumberFlags::MinusSign) != 0;
+                value = negative ? number->value - value : number->value + value;
+                flags |= number->flags & NumberFlags::MinusSign;
+                first = whole;
+            }
+        }
+        list.Replace<NumberSymbol>(first, value, flags);
+        list.Erase(first.next(), under.next());
+        at = first;
+    }
+}
+
+ErrorCode ReadSum(SymbolList& list, const Dimensions& dimensions, double& value) {
+    // A part begins with a number that follows the end of a quantity.
+    int parts = 1;
+    const IParseSymbol* last = nullptr;
+    for (auto at = list.begin(); at != list.end(); ++at) {
+        if (IsSpace(at)) continue;
+        if (at.symbol()->AsNumber() != nullptr && last != nullptr && EndsQuantity(last)) ++parts;
+        last = at.symbol();
+    }
+    if (parts < 2) return ErrorCode::Failure;
+    // A temperature on a scale has an offset: two of them make no sum.
+    if (SameDimensions(dimensions, Dimensions{0, 0, 0, 0, 1, 0, 0})) return ErrorCode::ParseFailure;
+
+    double total = 0.0;
+    bool negative = false;
+    SymbolList part;
+    auto at = list.begin();
+    for (int index = 0; index < parts; ++index) {
+        part.Clear();
+        last = nullptr;
+        for (; at != list.end(); ++at) {
+            const IParseSymbol* symbol = at.symbol();
+            if (symbol->AsNumber() != nullptr && last != nullptr && EndsQuantity(last)) break;
+            if (const NumberSymbol* number = symbol->AsNumber()) {
+                if (index > 0 && part.empty() && (number->flags & NumberFlags::MinusSign)) {
+                    return ErrorCode::ParseFailure;  // only the first part carries a sign
+                }
+                if (index == 0 && part.empty()) {
+                    negative = (number->flags & NumberFlags::MinusSign) != 0;
+                }
+                part.PushBackNew<NumberSymbol>(number->value, number->flags);
+            } else if (list.Owns(at)) {
+                return ErrorCode::ParseFailure;  // a scan owns its numbers alone
+            } else {
+                part.PushBack(symbol);
+            }
+            if (!IsSpace(at)) last = symbol;
+        }
+        double amount = 0.0;
+        if (EvaluateList(part, dimensions) != ErrorCode::Success ||
+            ReadResult(part, amount, dimensions) != ErrorCode::Success) {
+            return ErrorCode::ParseFailure;
+        }
+        total = index == 0 ? amount : (negative ? total - amount : total + amount);
+    }
+    value = total;
+    return ErrorCode::Success;
+}
+
+}  // namespace Mensura::EverydayForms

@@ -1,0 +1,40 @@
+// The forms that only the everyday reading knows, as rewrites of a scanned
+// list: a compact bearing ("N45-30E"), a mixed number before a unit
+// ("1 1/2 in"), and a sum of quantities of one kind ("5 ft 6 in"). Each
+// rewrite leaves a list it does not recognise as it was.
+#ifndef MENSURA_NOTATIONS_EVERYDAY_FORMS_H
+#define MENSURA_NOTATIONS_EVERYDAY_FORMS_H
+
+#include "base/dimensions.h"
+#include "grammar/parse_symbol.h"
+
+namespace Mensura::EverydayForms {
+
+// The marks that a compact bearing is written without.
+struct BearingMarks {
+    const IParseSymbol* degree;
+    const IParseSymbol* prime;
+    const IParseSymbol* doublePrime;
+};
+
+// A bearing with its degrees, minutes and seconds set apart by dashes and
+// no marks: "N45-30E", "S 12-30-15 W", "N45.5E", "S30W". Puts the marks in,
+// so that the list reads as "N45°30′E". True when it did.
+bool MarkCompactBearing(SymbolList& list, const BearingMarks& marks);
+
+// "1 1/2 in", "1/2 in", "-2 3/4 ft": a whole number and a fraction of two
+// whole numbers, or the fraction alone, in front of a unit symbol become one
+// number. The feet and inch marks read their own fractions and are left to
+// them.
+void JoinMixedNumbers(SymbolList& list);
+
+// A sum of quantities of one kind, each a number with its units: "5 ft 6 in",
+// "1 h 30 min", "-2 lb 3 oz" (the sign of the first holds for the whole).
+// Failure when the list holds one quantity or none; else Success with the
+// total in base units of `dimensions`, or ParseFailure when a part does not
+// read as a value of them. Temperatures on a scale do not add.
+ErrorCode ReadSum(SymbolList& list, const Dimensions& dimensions, double& value);
+
+}  // namespace Mensura::EverydayForms
+
+#endif  // MENSURA_NOTATIONS_EVERYDAY_FORMS_H
