@@ -23,13 +23,19 @@ constexpr int kMeter = 0x2001;
 constexpr int kSquareMeter = 0x3001;
 constexpr int kInch = 0x2016;
 constexpr int kFoot = 0x2017;
+constexpr int kLiter = 0x4001;
 constexpr int kKilogram = 0x5001;
+constexpr int kGramPerSquareMeter = 0xA001;
+constexpr int kKilogramPerCubicMeter = 0x11001;
+constexpr int kJoule = 0x13001;
 constexpr int kRadian = 0x8001;
 constexpr int kDegree = 0x8002;
 constexpr int kAngleMinute = 0x8008;
 constexpr int kAngleSecond = 0x8009;
 constexpr int kNewton = 0x17001;
 constexpr int kWatt = 0x1D001;
+constexpr int kPascal = 0x2100E;
+constexpr int kByte = 0x29001;
 constexpr int kSiemens = 0x27001;
 constexpr int kKelvin = 0x2A001;
 constexpr int kCelsius = 0x2A002;
@@ -37,7 +43,9 @@ constexpr int kFahrenheit = 0x2A003;
 constexpr int kRankine = 0x2A004;
 constexpr int kSecond = 0x2C001;
 constexpr int kMinute = 0x2C016;
+constexpr int kHour = 0x2C017;
 constexpr int kDay = 0x2C018;
+constexpr int kMeterPerSecondSquared = 0x30001;
 
 }  // namespace Mensura
 

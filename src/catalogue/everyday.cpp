@@ -216,7 +216,6 @@ private:
         }
         out.meanings.push_back({everywhere, inUS});
         out.words.Insert(text.c_str(), &out.meanings.back());
-        ++out.wordCount;
     }
 
     void AddLine(const Line& line) {

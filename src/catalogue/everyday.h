@@ -80,8 +80,8 @@ public:
     };
     const Operators& Marks() const { return marks; }
 
-    // How many keys the reading adds, and how many symbols it replaces.
-    std::size_t WordCount() const { return wordCount; }
+    // Every key that the reading adds, and how many symbols it replaces.
+    const RadixTree<const EverydayMeaning*>& Words() const { return words; }
     std::size_t ReplacedCount() const { return replaced.size(); }
 
 private:
@@ -89,7 +89,6 @@ private:
     std::deque<EverydayMeaning> meanings;
     std::vector<std::unique_ptr<GenericOperand>> scaled;
     RadixTree<const EverydayMeaning*> words;
-    std::size_t wordCount = 0;
     Operators marks;
     // Sorted by the catalogue symbol.
     std::vector<std::pair<const IParseSymbol*, const EverydayMeaning*>> replaced;

@@ -23,10 +23,11 @@ struct Thing {
 // every key.
 template <typename Value>
 std::pair<Value, std::size_t> NaiveLongest(const std::map<std::u16string, Value>& keys,
-                                           const std::u16string& text) {
+                                           const std::u16string& text,
+                                           std::size_t limit = std::u16string::npos) {
     std::pair<Value, std::size_t> best{Value{}, 0};
     for (const auto& [key, value] : keys) {
-        if (text.compare(0, key.size(), key) == 0 &&
+        if (key.size() <= limit && text.compare(0, key.size(), key) == 0 &&
             (best.first == Value{} || key.size() > best.second)) {
             best = {value, key.size()};
         }
@@ -42,6 +43,29 @@ void ExpectLikeNaive(const RadixTree<Value>& tree, const std::map<std::u16string
     EXPECT_EQ(tree.FindLongest(text.c_str(), &matched), expected.first)
         << "text of " << text.size() << " units";
     EXPECT_EQ(matched, expected.first == Value{} ? 999 : expected.second);
+}
+
+// A limit makes the lookup stop there, as if the text ended: inside a run,
+// at a branch and before the first unit.
+TEST(RadixTree, FindsNoKeyLongerThanTheLimit) {
+    const std::vector<std::u16string> keys = {u"m", u"m/s", u"m/s²", u"kg", u"kg/m", u"kg/m³"};
+    std::map<std::u16string, Thing*> values;
+    std::vector<Thing> things(keys.size());
+    RadixTree<Thing*> tree;
+    for (std::size_t i = 0; i < keys.size(); ++i) {
+        things[i].id = static_cast<int>(i);
+        values[keys[i]] = &things[i];
+        tree.Insert(keys[i].c_str(), &things[i]);
+    }
+    for (const std::u16string text : {u"kg/m³x", u"m/s²", u"kg/mm", u"m"}) {
+        for (std::size_t limit = 0; limit <= text.size() + 1; ++limit) {
+            const auto expected = NaiveLongest(values, text, limit);
+            std::size_t matched = 999;
+            EXPECT_EQ(tree.FindLongest(text.c_str(), &matched, limit), expected.first)
+                << "limit " << limit;
+            EXPECT_EQ(matched, expected.first == nullptr ? 999 : expected.second);
+        }
+    }
 }
 
 TEST(RadixTree, SplitsKeepEveryKeyInEveryOrderOfInsertion) {

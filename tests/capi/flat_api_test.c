@@ -33,6 +33,9 @@ int main(void) {
     const MensuraChar16 celsius[3] = {0xB0, 'C', 0};
     const MensuraChar16 slash[2] = {'/', 0};
     const MensuraChar16 empty[1] = {0};
+    const MensuraChar16 kilojoules[5] = {'5', ' ', 'k', 'J', 0};
+    int reading = -1;
+    double joules = -1.0;
     int unit = 0;
 
     check(Convert(100.0, 0x2A002, &out, 0x2A003) == 0, "Celsius to Fahrenheit succeeds");
@@ -79,6 +82,16 @@ int main(void) {
     check(FormatterNumberSetting(formatter, 17, &digits, 0) == 1, "selector 17 does not exist");
     check(FormatterNumberSetting(formatter, 5, NULL, 0) == 1, "null data is refused");
     check(FormatterNumberSetting(NULL, 5, &digits, 0) == 1, "a null formatter is refused");
+    check(FormatterReadingSetting(formatter, 1, &reading) == 0 && reading == 0,
+          "the everyday reading is off by default");
+    check(Parse(formatter, kilojoules, &joules, 0x13001) == 2 && joules == -1.0,
+          "\"5 kJ\" is refused by default");
+    reading = 1;
+    check(FormatterReadingSetting(formatter, 2, &reading) == 0, "the everyday reading is set");
+    check(Parse(formatter, kilojoules, &joules, 0x13001) == 0 && joules == 5000.0,
+          "\"5 kJ\" reads with the everyday reading");
+    check(FormatterReadingSetting(formatter, 1, NULL) == 1, "a null value is refused");
+    check(FormatterReadingSetting(formatter, 9, &reading) == 1, "selector 9 does not exist");
     DestroyFormatter(formatter);
     DestroyFormatter(NULL);
 

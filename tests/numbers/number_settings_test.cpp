@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include <cstddef>
+#include <initializer_list>
 #include <string>
 
 namespace Mensura {
@@ -135,6 +136,52 @@ TEST(NumberTokens, SwitchingSettingsBackAndForthKeepsTheTableSmall) {
     ExpectToken(impl, u"thin space", 52, 0);
     ExpectToken(impl, u"minus 1", 56, 6);
     ExpectToken(impl, u"-", 52, 0);
+}
+
+}  // namespace
+}  // namespace Mensura
+
+namespace Mensura {
+namespace {
+
+struct Scanned {
+    const char16_t* text;
+    std::size_t length;  // 0: no number
+    double value;
+};
+
+void ExpectScans(const NumberSettings& settings, bool everyday,
+                 std::initializer_list<Scanned> rows) {
+    for (const Scanned& row : rows) {
+        double value = -1.0;
+        std::uint32_t flags = 0;
+        const Result result = settings.ScanNumber(row.text, &value, &flags, everyday);
+        const std::u16string text(row.text);
+        EXPECT_EQ(result.Ok() ? result.length : 0u, row.length) << "text of " << text.size();
+        if (row.length > 0) {
+            EXPECT_EQ(value, row.value) << "text of " << text.size();
+        }
+    }
+}
+
+// The everyday scan lets "−" (U+2212) and "+" stand for the signs where the
+// settings have no token of their own there; the settings' scan does not.
+TEST(ScanNumber, EverydaySignsStandInForTheSettings) {
+    NumberSettings settings;
+    ExpectScans(settings, false, {{u"\u22125", 0, 0}, {u"+5", 0, 0}, {u"1e+9", 1, 1.0}});
+    ExpectScans(settings, true,
+                {{u"\u22125", 2, -5.0},
+                 {u"+5", 2, 5.0},
+                 {u"1e+9", 4, 1e9},
+                 {u"1e\u22123", 4, 1e-3},
+                 {u"-5", 2, -5.0},
+                 {u"+-5", 0, 0},
+                 {u"5+3", 1, 5.0},
+                 {u"\u2212", 0, 0}});
+    // A setting wins over the everyday sign: with "+" as the group separator
+    // "1+000" is a thousand, and the sign "+" goes no longer.
+    ASSERT_EQ(settings.SetNumberGroupSeparator(u"+"), ErrorCode::Success);
+    ExpectScans(settings, true, {{u"1+000", 5, 1000.0}, {u"+5", 0, 0}, {u"\u22125", 2, -5.0}});
 }
 
 }  // namespace

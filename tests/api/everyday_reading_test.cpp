@@ -1,0 +1,349 @@
+// The everyday reading through the shared library: what it adds, what it
+// replaces, what it must leave alone, and exponents behind quotient keys,
+// which every formatter reads.
+#include <gtest/gtest.h>
+
+#include "base/ids.h"
+
+#include <cmath>
+#include <initializer_list>
+#include <thread>
+#include <vector>
+
+#include "mensura/mensura.h"
+#include "mensura/mensura.hpp"
+#include "support/narrow.h"
+#include "support/same_bits.h"
+
+namespace {
+
+using Mensura::ErrorCode;
+using Mensura::Formatter;
+using namespace Mensura;  // the named ids
+using MensuraTest::Narrow;
+using MensuraTest::SameBits;
+
+constexpr double kUntouched = -12345.0;
+constexpr double kPound = 0.45359237;  // the avoirdupois pound in kilograms
+constexpr double kFootInMeters = 0.3048;
+
+struct Row {
+    const char16_t* text;
+    int unit;
+    double value;
+};
+
+Formatter Everyday(int locale = 1033) {
+    Formatter formatter(locale);
+    formatter.SetEverydayReading(true);
+    return formatter;
+}
+
+// Reads text into unit; the value, or kUntouched with a failure recorded.
+double Read(const Formatter& formatter, const char16_t* text, int unit) {
+    double value = kUntouched;
+    EXPECT_EQ(formatter.Parse(text, value, unit), ErrorCode::Success) << Narrow(text);
+    return value;
+}
+
+void ExpectNear(const Formatter& formatter, std::initializer_list<Row> rows) {
+    for (const Row& row : rows) {
+        const double value = Read(formatter, row.text, row.unit);
+        EXPECT_NEAR(value, row.value, std::fabs(row.value) * 1e-12) << Narrow(row.text);
+    }
+}
+
+void ExpectRefused(const Formatter& formatter, std::initializer_list<Row> rows) {
+    for (const Row& row : rows) {
+        double value = kUntouched;
+        EXPECT_EQ(formatter.Parse(row.text, value, row.unit), ErrorCode::ParseFailure)
+            << Narrow(row.text);
+        EXPECT_EQ(value, kUntouched) << Narrow(row.text);
+    }
+}
+
+// Every formatter: an exponent right behind a key such as "kg/m" or "m/s"
+// applies to the key's last unit.
+TEST(ExponentAfterQuotientKey, AppliesToTheLastUnit) {
+    for (const Formatter& formatter : {Formatter(), Everyday()}) {
+        ExpectNear(formatter, {{u"5 kg/m²", kGramPerSquareMeter, 5000.0},
+                               {u"5 kg/m2", kGramPerSquareMeter, 5000.0},
+                               {u"5 kg/m^2", kGramPerSquareMeter, 5000.0},
+                               {u"9.81 m/s^2", kMeterPerSecondSquared, 9.81},
+                               {u"9.81 m/s²", kMeterPerSecondSquared, 9.81},
+                               {u"1 ft/s^2", kMeterPerSecondSquared, kFootInMeters},
+                               {u"1 kg·m/s^2", kNewton, 1.0},
+                               {u"10 N/m^2", kPascal, 10.0},
+                               {u"2 kg/m³", kKilogramPerCubicMeter, 2.0},
+                               {u"2 kg/m^3", kKilogramPerCubicMeter, 2.0}});
+        // The whole key squared no longer reads; a digit that the last unit
+        // does not take is no exponent; a key with brackets stays whole.
+        ExpectRefused(formatter, {{u"1 m/s^2", 0x3E001 /* m³/(s·m²) */, 0},
+                                  {u"1 m/s2", kMeterPerSecondSquared, 0},
+                                  {u"1 kg·m/s^2", kJoule, 0},
+                                  {u"5 BTU/(h·ft²)²", 0x20001, 0}});
+    }
+}
+
+// With the everyday reading on, texts that the catalogue's reading refuses.
+TEST(EverydayReading, ReadsWhatTheCatalogueRefuses) {
+    const std::initializer_list<Row> rows = {
+        // SI prefixes, with the micro sign and the Greek mu alike.
+        {u"5 kJ", kJoule, 5000.0},
+        {u"5 hPa", kPascal, 500.0},
+        {u"3 GW", kWatt, 3e9},
+        {u"2 MWh", kJoule, 7.2e9},
+        {u"5 μs", kSecond, 5e-6},
+        {u"500 μm", kMeter, 5e-4},
+        {u"2 dL", kLiter, 0.2},
+        // Words, plurals, abbreviations.
+        {u"3 t", kKilogram, 3000.0},
+        {u"1.5 tonnes", kKilogram, 1500.0},
+        {u"6 feet", kFoot, 6.0},
+        {u"3 inches", kInch, 3.0},
+        {u"3 metres", kMeter, 3.0},
+        {u"5 meters per second", 0x28001, 5.0},
+        {u"2 square feet", kSquareMeter, 2 * kFootInMeters * kFootInMeters},
+        {u"4 degrees", kDegree, 4.0},
+        {u"20 degC", kCelsius, 20.0},
+        {u"2 in.", kInch, 2.0},
+        {u"5 lbs", kKilogram, 5 * kPound},
+        {u"2 oz", kKilogram, 2 * kPound / 16},
+        {u"10 knots", 0x28001, 10 * 1852.0 / 3600},
+        {u"1 hp", kWatt, 745.69987158227022},
+        // Signs.
+        {u"−5 m", kMeter, -5.0},
+        {u"−40 °C", kCelsius, -40.0},
+        {u"+5 m", kMeter, 5.0},
+        {u"1e+9 m", kMeter, 1e9},
+        // Product signs.
+        {u"5 kg*m/s^2", kNewton, 5.0},
+        {u"5 N⋅m", kJoule, 5.0},
+        {u"5 N×m", kJoule, 5.0},
+        // Fractions and mixed numbers.
+        {u"5′6½″", kInch, 66.5},
+        {u"½″", kInch, 0.5},
+        {u"1 1/2 in", kInch, 1.5},
+        {u"1½ in", kInch, 1.5},
+        {u"3/4 in", kInch, 0.75},
+        {u"-2 3/4 ft", kFoot, -2.75},
+        // Sums of one kind.
+        {u"5 ft 6 in", kInch, 66.0},
+        {u"5ft6in", kInch, 66.0},
+        {u"-5 ft 6 in", kInch, -66.0},
+        {u"5 ft 6 1/2 in", kInch, 66.5},
+        {u"1 h 30 min", kMinute, 90.0},
+        {u"2 lb 3 oz", kKilogram, 2 * kPound + 3 * kPound / 16},
+    };
+    const Formatter plain;
+    const Formatter everyday = Everyday();
+    for (const Row& row : rows) {
+        double value = kUntouched;
+        EXPECT_EQ(plain.Parse(row.text, value, row.unit), ErrorCode::ParseFailure)
+            << Narrow(row.text) << " reads by default: the case proves nothing";
+        const double read = Read(everyday, row.text, row.unit);
+        EXPECT_NEAR(read, row.value, std::fabs(row.value) * 1e-12) << Narrow(row.text);
+    }
+}
+
+TEST(EverydayReading, CompactBearingsReadAsMarkedOnes) {
+    const Formatter everyday = Everyday();
+    const struct {
+        const char16_t* compact;
+        const char16_t* marked;
+    } rows[] = {{u"N45-30E", u"N 45°30′ E"},
+                {u"N45.5E", u"N 45.5° E"},
+                {u"S30W", u"S 30° W"},
+                {u"S 12-30-15 W", u"S 12°30′15″ W"},
+                {u"N0-0-30.5W", u"N 0°0′30.5″ W"}};
+    const Formatter plain;
+    for (const auto& row : rows) {
+        ExpectRefused(plain, {{row.compact, kDegree, 0}});
+        const double marked = Read(everyday, row.marked, kDegree);
+        const double compact = Read(everyday, row.compact, kDegree);
+        EXPECT_TRUE(SameBits(compact, marked)) << Narrow(row.compact);
+    }
+    ExpectRefused(everyday, {{u"N45-30", kDegree, 0},
+                             {u"45-30E", kDegree, 0},
+                             {u"N-45E", kDegree, 0},
+                             {u"N45.5-30E", kDegree, 0},
+                             {u"N1-2-3-4E", kDegree, 0},
+                             {u"N45W30", kDegree, 0}});
+}
+
+// The symbols whose catalogue meaning misleads: the default keeps it, the
+// everyday reading replaces it.
+TEST(EverydayReading, ReplacesTheListedMeanings) {
+    const struct {
+        const char16_t* text;
+        int unit;
+        double catalogue;
+        double everyday;
+    } rows[] = {
+        {u"150 lb", kKilogram, 75.0, 68.0388555},
+        {u"62.4 lb/ft³", kKilogramPerCubicMeter, 62.4 * 0.5 / 0.028316846592,
+         62.4 * kPound / 0.028316846592},
+        {u"2 daN/m²", kPascal, 2e7, 20.0},
+        {u"2 MB", kByte, 2.0 * 1048576, 2e6},
+        {u"1 GB", kByte, 1073741824.0, 1e9},
+        {u"3 kB/s", 0x10003, 3072.0, 3000.0},
+        {u"1 kt", 0x501E /* carat */, 1.0, 0.0},  // everyday, a speed
+        {u"5 mL/d", 0x1401A /* liter per day */, 5e6, 5e-3},
+        {u"3 tbsp", kLiter, 0.045, 3 * 0.01478676478125},
+        {u"1 cwt", kKilogram, 50.80234544, 45.359237},
+    };
+    const Formatter plain;
+    const Formatter everyday = Everyday();
+    for (const auto& row : rows) {
+        const double catalogue = Read(plain, row.text, row.unit);
+        EXPECT_NEAR(catalogue, row.catalogue, row.catalogue * 1e-12) << Narrow(row.text);
+        double value = kUntouched;
+        const ErrorCode code = everyday.Parse(row.text, value, row.unit);
+        if (row.everyday == 0.0) {
+            EXPECT_EQ(code, ErrorCode::ParseFailure) << Narrow(row.text);
+        } else {
+            EXPECT_EQ(code, ErrorCode::Success) << Narrow(row.text);
+            EXPECT_NEAR(value, row.everyday, row.everyday * 1e-9) << Narrow(row.text);
+        }
+    }
+    ExpectNear(everyday, {{u"1 kt", 0x28001, 1852.0 / 3600}});
+}
+
+// The customary spoon and hundredweight belong to the English formatter's
+// locale, 1033; a Chinese formatter keeps the catalogue's.
+TEST(EverydayReading, UsMeaningsFollowTheLocale) {
+    const Formatter chinese = Everyday(2052);
+    ExpectNear(chinese, {{u"3 tbsp", kLiter, 0.045},
+                         {u"1 cwt", kKilogram, 50.80234544},
+                         {u"150 lb", kKilogram, 68.0388555},
+                         {u"1 fl oz", kLiter, 0.0284130625}});
+    ExpectNear(Everyday(), {{u"1 fl oz", kLiter, 0.0295735295625}});
+}
+
+// An everyday reading only adds readings: a text that reads by default and
+// holds none of the replaced symbols keeps its value to the bit.
+TEST(EverydayReading, LeavesDefaultReadingsAlone) {
+    const Row rows[] = {
+        {u"5 m·s/s", kMeter, 0},
+        {u"5 m s/s", kMeter, 0},
+        {u"(5 m)", kMeter, 0},
+        {u"5 (ft)²/m", kMeter, 0},
+        {u"5 kg^2²/kg³", kKilogram, 0},
+        {u"5 kg-m/s²", kNewton, 0},
+        {u"5′-6 1/2″", kInch, 0},
+        {u"5′ – 6″", kInch, 0},
+        {u"6 1/2″", kInch, 0},
+        {u"N 45°30′ E", kDegree, 0},
+        {u"5d30′15″", kDegree, 0},
+        {u"W", kDegree, 0},
+        {u"5", kInch, 0},
+        {u"1,000.5 mm", kMeter, 0},
+        {u"5 min", kSecond, 0},
+        {u"100 °F", kCelsius, 0},
+        {u"5 kWh", kJoule, 0},
+        {u"5 µs", kSecond, 0},
+        {u"5 lb av", kKilogram, 0},
+        {u"5 KB", kByte, 0},
+        {u"5 ton", kWatt, 0},
+        {u"5 gal", kLiter, 0},
+        {u"-0′6″", kInch, 0},
+    };
+    const Formatter plain;
+    const Formatter everyday = Everyday();
+    for (const Row& row : rows) {
+        const double catalogue = Read(plain, row.text, row.unit);
+        const double read = Read(everyday, row.text, row.unit);
+        EXPECT_TRUE(SameBits(read, catalogue)) << Narrow(row.text);
+    }
+}
+
+// Forms that stay refused with the everyday reading on.
+TEST(EverydayReading, StillRefuses) {
+    ExpectRefused(Everyday(), {{u"5 m 3", kMeter, 0},
+                               {u"5 ft 6", kInch, 0},
+                               {u"5 ft -6 in", kInch, 0},
+                               {u"5 ft 6 kg", kInch, 0},
+                               {u"1 h 30", kMinute, 0},
+                               {u"5 °C 3 °C", kCelsius, 0},
+                               {u"5 kg m s⁻²", kNewton, 0},
+                               {u"5 feets", kFoot, 0},
+                               {u"5 ½", kMeter, 0},
+                               {u"1/0 in", kInch, 0},
+                               {u"5 m/2", kMeter, 0},
+                               {u"5/m", kMeter, 0},
+                               {u"++5 m", kMeter, 0},
+                               {u"5 * m", kMeter, 0},
+                               {u"", kMeter, 0}});
+}
+
+TEST(EverydayReading, IsASettingThatCopiesShare) {
+    Formatter formatter;
+    EXPECT_FALSE(formatter.GetEverydayReading());
+    const Formatter copy = formatter;
+    formatter.SetEverydayReading(true);
+    EXPECT_TRUE(copy.GetEverydayReading());
+    EXPECT_NEAR(Read(copy, u"5 kJ", kJoule), 5000.0, 0.0);
+    formatter.SetEverydayReading(false);
+    ExpectRefused(copy, {{u"5 kJ", kJoule, 0}});
+}
+
+TEST(EverydayReading, FlatSetting) {
+    MensuraFormatter* formatter = CreateFormatter(1033);
+    int value = -1;
+    EXPECT_EQ(FormatterReadingSetting(formatter, 1, &value), 0);
+    EXPECT_EQ(value, 0);
+    value = 1;
+    EXPECT_EQ(FormatterReadingSetting(formatter, 2, &value), 0);
+    value = -1;
+    EXPECT_EQ(FormatterReadingSetting(formatter, 1, &value), 0);
+    EXPECT_EQ(value, 1);
+    double read = kUntouched;
+    EXPECT_EQ(Parse(formatter, u"5 ft 6 in", &read, kInch), 0);
+    EXPECT_EQ(read, 66.0);
+    value = 2;
+    EXPECT_EQ(FormatterReadingSetting(formatter, 2, &value), 1);  // neither off nor on
+    EXPECT_EQ(FormatterReadingSetting(formatter, 3, &value), 1);
+    EXPECT_EQ(FormatterReadingSetting(formatter, 0, &value), 1);
+    EXPECT_EQ(FormatterReadingSetting(formatter, 1, nullptr), 1);
+    EXPECT_EQ(FormatterReadingSetting(nullptr, 1, &value), 1);
+    EXPECT_EQ(value, 2);
+    value = -1;
+    EXPECT_EQ(FormatterReadingSetting(formatter, 1, &value), 0);
+    EXPECT_EQ(value, 1);  // the refused calls changed nothing
+    DestroyFormatter(formatter);
+}
+
+// Formatters of both readings on several threads, each its own, read the
+// same texts as one thread alone does.
+TEST(EverydayReading, FormattersOfBothReadingsOnThreads) {
+    const Row rows[] = {{u"150 lb", kKilogram, 0},  {u"5 ft 6 in", kInch, 0},
+                        {u"N45-30E", kDegree, 0},   {u"5 kg/m²", kGramPerSquareMeter, 0},
+                        {u"5′6½″", kInch, 0},       {u"5 kJ", kJoule, 0},
+                        {u"5 kg·m/s²", kNewton, 0}, {u"−40 °C", kCelsius, 0}};
+    auto readAll = [&](bool everyday) {
+        Formatter formatter;
+        formatter.SetEverydayReading(everyday);
+        std::vector<double> values;
+        for (const Row& row : rows) {
+            double value = kUntouched;
+            formatter.Parse(row.text, value, row.unit);
+            values.push_back(value);
+        }
+        return values;
+    };
+    const std::vector<double> expected[2] = {readAll(false), readAll(true)};
+    std::vector<std::thread> threads;
+    std::vector<int> mismatches(8, 0);
+    for (int t = 0; t < 8; ++t) {
+        threads.emplace_back([&, t] {
+            for (int round = 0; round < 200; ++round) {
+                if (readAll(t % 2 == 1) != expected[t % 2]) ++mismatches[t];
+            }
+        });
+    }
+    for (std::thread& thread : threads) thread.join();
+    for (int t = 0; t < 8; ++t) EXPECT_EQ(mismatches[t], 0) << "thread " << t;
+    EXPECT_NE(expected[0], expected[1]);
+}
+
+}  // namespace
