@@ -18,17 +18,21 @@ bool IsDigit(char16_t unit) {
     return unit >= u'0' && unit <= u'9';
 }
 
+// What may begin an exponent: "²", "³", "^" or a digit.
+bool MayStartExponent(char16_t unit) {
+    return IsDigit(unit) || unit == u'²' || unit == u'³' || unit == u'^';
+}
+
 // Where a key that is a quotient or product of units ("kg/m", "m/s") must be
 // cut when an exponent follows it directly, so that the exponent applies to
 // its last unit: "kg/m²" is kilograms per square meter. The length in front
-// of the key's last "/" or "·", or 0 when the key stays whole. A digit is an
+// of the key's last "/" or "·", or 0 when the key stays whole; the caller
+// has seen that something like an exponent follows. A digit is an
 // exponent only where the last unit takes one ("kg/m2"), and a key with
 // brackets stays whole.
 std::size_t CutBeforeExponent(const char16_t* key, std::size_t length,
                               const RadixTree<const IParseSymbol*>& dictionary) {
-    const char16_t next = key[length];
-    const bool digit = IsDigit(next);
-    if (!digit && next != u'²' && next != u'³' && next != u'^') return 0;
+    const bool digit = IsDigit(key[length]);
     std::size_t cut = 0;
     for (std::size_t i = 0; i < length; ++i) {
         const char16_t unit = key[i];
@@ -159,11 +163,12 @@ ErrorCode FormatterImpl::Scan(const char16_t* cursor, SymbolList& list,
                 continue;
             }
         }
-        const std::size_t limit = fence != nullptr && cursor < fence
-                                      ? static_cast<std::size_t>(fence - cursor)
-                                      : static_cast<std::size_t>(-1);
+        const bool fenced = fence != nullptr && cursor < fence;
+        const std::size_t limit =
+            fenced ? static_cast<std::size_t>(fence - cursor) : static_cast<std::size_t>(-1);
         std::size_t matched = 0;
-        const IParseSymbol* symbol = dictionary.FindLongest(cursor, &matched, limit);
+        const IParseSymbol* symbol = fenced ? dictionary.FindLongest(cursor, &matched, limit)
+                                            : dictionary.FindLongest(cursor, &matched);
         if (forms) {
             std::size_t longer = 0;
             const IParseSymbol* word = everyday->FindLongest(cursor, &longer, limit, us);
@@ -173,7 +178,7 @@ ErrorCode FormatterImpl::Scan(const char16_t* cursor, SymbolList& list,
             }
         }
         if (symbol == nullptr) return ErrorCode::ParseFailure;
-        if (limit == static_cast<std::size_t>(-1)) {
+        if (!fenced && MayStartExponent(cursor[matched])) {
             if (const std::size_t cut = CutBeforeExponent(cursor, matched, dictionary)) {
                 fence = cursor + cut;
                 continue;

@@ -119,8 +119,12 @@ public:
     // receives that key's length in units, and is written only when a value is
     // found. Allocates nothing. A key longer than `limit` units is not
     // looked at, as if the text ended there.
-    Value FindLongest(const char16_t* text, std::size_t* matched,
-                      std::size_t limit = static_cast<std::size_t>(-1)) const;
+    Value FindLongest(const char16_t* text, std::size_t* matched) const {
+        return Find<false>(text, matched, 0);
+    }
+    Value FindLongest(const char16_t* text, std::size_t* matched, std::size_t limit) const {
+        return Find<true>(text, matched, limit);
+    }
 
 private:
     using Index = std::uint32_t;
@@ -210,6 +214,9 @@ private:
     static constexpr Index kWideUnits = 128;
 
     void DropWideIndex();
+    // FindLongest; only a bounded lookup pays for the test of its limit.
+    template <bool Bounded>
+    Value Find(const char16_t* text, std::size_t* matched, std::size_t limit) const;
 
     // The pools' allocator: the heap when it has no resource. It moves with
     // its pool, so that a move of a tree never copies a pool.
@@ -506,8 +513,8 @@ void RadixTree<Value>::DropWideIndex() {
 }
 
 template <typename Value>
-Value RadixTree<Value>::FindLongest(const char16_t* text, std::size_t* matched,
-                                    std::size_t limit) const {
+template <bool Bounded>
+Value RadixTree<Value>::Find(const char16_t* text, std::size_t* matched, std::size_t limit) const {
     if (text == nullptr) return Value{};
     Value best{};
     const Node* node = &root;
@@ -517,7 +524,7 @@ Value RadixTree<Value>::FindLongest(const char16_t* text, std::size_t* matched,
             best = node->value;
             if (matched != nullptr) *matched = count;
         }
-        if (count == limit) break;
+        if (Bounded && count == limit) break;
         const char16_t unit = text[count];
         if (unit == 0) break;
         if (node->form == Form::Branch) {
@@ -550,7 +557,7 @@ Value RadixTree<Value>::FindLongest(const char16_t* text, std::size_t* matched,
             ++count;
         } else if (node->form == Form::Run) {
             const Index length = node->count;
-            if (length > limit - count) break;
+            if (Bounded && length > limit - count) break;
             if (CommonLength(units.data() + node->first, length, text + count) < length) break;
             node = &At(node->link);
             count += length;

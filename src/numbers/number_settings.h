@@ -125,8 +125,6 @@ private:
     // The scanner behind ScanNumber's first look.
     Result ReadNumber(const char16_t* text, double* value, std::uint32_t* flags,
                       bool everyday) const;
-    // The token at the start of text, which is not empty, and its length.
-    int TokenAt(const char16_t* text, bool everyday, std::size_t& length) const;
     // Erases the old text from NumberTokens, stores the new one, and inserts
     // it with code.
     void ReplaceToken(std::u16string& setting, const char16_t* text, int code);

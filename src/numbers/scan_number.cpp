@@ -7,34 +7,6 @@
 
 namespace Mensura {
 
-int NumberSettings::TokenAt(const char16_t* text, bool everyday, std::size_t& length) const {
-    int code = TokenAt(text);
-    switch (code) {
-        case NumberToken::GroupSeparator:
-            length = groupSeparator.size();
-            break;
-        case NumberToken::DecimalSeparator:
-            length = decimalSeparator.size();
-            break;
-        case NumberToken::PositiveSign:
-            length = positiveSign.size();
-            break;
-        case NumberToken::NegativeSign:
-            length = negativeSign.size();
-            break;
-        default:
-            length = 1;
-            break;
-    }
-    // The common signs stand in only where the settings find nothing of
-    // their own, or no more than an empty sign.
-    if (everyday && IsCommonSign(*text) && (code == NumberToken::None || length == 0)) {
-        code = *text == u'+' ? NumberToken::PositiveSign : NumberToken::NegativeSign;
-        length = 1;
-    }
-    return code;
-}
-
 Result NumberSettings::ReadNumber(const char16_t* text, double* value, std::uint32_t* flagsOut,
                                   bool everyday) const {
     enum class State {
@@ -55,9 +27,33 @@ Result NumberSettings::ReadNumber(const char16_t* text, double* value, std::uint
     std::size_t position = 0;
     State state = State::Start;
 
-    std::size_t length = 0;
-    int code = TokenAt(text, everyday, length);
-    while (code != NumberToken::None) {
+    int code = TokenAt(text);
+    for (;;) {
+        std::size_t length = 1;
+        switch (code) {
+            case NumberToken::GroupSeparator:
+                length = groupSeparator.size();
+                break;
+            case NumberToken::DecimalSeparator:
+                length = decimalSeparator.size();
+                break;
+            case NumberToken::PositiveSign:
+                length = positiveSign.size();
+                break;
+            case NumberToken::NegativeSign:
+                length = negativeSign.size();
+                break;
+            default:
+                break;
+        }
+        // The common signs stand in only where the settings find nothing of
+        // their own, or no more than an empty sign.
+        if (everyday && IsCommonSign(text[position]) &&
+            (code == NumberToken::None || length == 0)) {
+            code = text[position] == u'+' ? NumberToken::PositiveSign : NumberToken::NegativeSign;
+            length = 1;
+        }
+        if (code == NumberToken::None) break;
         const int tokenClass = (code - 4) / 4;
         const bool digit = tokenClass <= 9;
         const double digitValue = digit ? tokenClass : 0.0;
@@ -139,7 +135,7 @@ Result NumberSettings::ReadNumber(const char16_t* text, double* value, std::uint
         if (digit) consumed = position;
         state = next;
         if (text[position] == 0) break;
-        code = TokenAt(text + position, everyday, length);
+        code = TokenAt(text + position);
     }
     if (consumed == 0) return Result::Fail(ErrorCode::ParseFailure);
 
