@@ -27,12 +27,13 @@ const char* const kListHelp =
     "  mensura list --json 0x2A000\n";
 
 const char* const kShowHelp =
-    "usage: mensura show [--json] [--exact] UNIT\n"
+    "usage: mensura show [--json] [--exact] [--catalogue-meanings] UNIT\n"
     "\n"
     "Shows a unit type: its id, its group, its dimensions, its factor to the\n"
     "coherent unit of its group (the one that is 1 in base units; else to the\n"
     "group's first unit type), and every symbol with its text in English and\n"
-    "Simplified Chinese. Units are named as for convert.\n"
+    "Simplified Chinese. Units are named as for convert, --catalogue-meanings\n"
+    "included.\n"
     "\n"
     "The dimensions are found by asking the parser which product of kg, m, s, A,\n"
     "K, mol and cd reads as the unit; angles and other ratios have none.\n"
@@ -236,7 +237,7 @@ int RunList(const ArgumentList& list) {
 int RunShow(const ArgumentList& list) {
     Arguments arguments;
     std::string problem;
-    if (!arguments.Read(list, {{kJson, kHelp, kExact}}, problem)) {
+    if (!arguments.Read(list, {{kJson, kHelp, kExact, kCatalogueMeanings}}, problem)) {
         return UsageError("show", problem);
     }
     if (arguments.Has("--help")) {
@@ -245,7 +246,9 @@ int RunShow(const ArgumentList& list) {
     }
     if (arguments.Positional().size() != 1) return UsageError("show", "give one UNIT");
     int unit = 0;
-    if (!ResolveUnit(arguments.Positional()[0], unit, problem)) return UsageError("show", problem);
+    if (!ResolveUnit(arguments.Positional()[0], ReadingOf(arguments), unit, problem)) {
+        return UsageError("show", problem);
+    }
     return ShowUnit(unit, arguments.Has("--json"), arguments.Has("--exact"));
 }
 

@@ -2,6 +2,7 @@
 #include <cmath>
 #include <map>
 #include <optional>
+#include <utility>
 
 #include "catalog.h"
 #include "text.h"
@@ -98,9 +99,21 @@ bool FindKey(std::string_view text, int& unit) {
 
 namespace {
 
+// A formatter that reads as asked, of default settings otherwise: "1" is
+// always the digit one.
+const Formatter& Reader(Reading reading) {
+    static const Formatter catalogue;
+    static const Formatter everyday = [] {
+        Formatter made;
+        made.SetEverydayReading(true);
+        return made;
+    }();
+    return reading == Reading::Everyday ? everyday : catalogue;
+}
+
 // The unit types in which "1 TEXT" reads as exactly 1, in catalogue order.
-std::vector<int> UnitsReadingAsOne(const std::u16string& text) {
-    static const Formatter reader;  // default settings: "1" is always the digit one
+std::vector<int> UnitsReadingAsOne(const std::u16string& text, Reading reading) {
+    const Formatter& reader = Reader(reading);
     const std::u16string one = u"1 " + text;
     std::vector<int> found;
     for (int unit : AllUnitTypes()) {
@@ -114,8 +127,8 @@ std::vector<int> UnitsReadingAsOne(const std::u16string& text) {
 }
 
 // Whether some unit type reads "1 TEXT".
-bool ReadsAsAUnit(const std::u16string& text) {
-    static const Formatter reader;
+bool ReadsAsAUnit(const std::u16string& text, Reading reading) {
+    const Formatter& reader = Reader(reading);
     const std::u16string one = u"1 " + text;
     for (int unit : AllUnitTypes()) {
         double value = 0.0;
@@ -165,7 +178,7 @@ int SymbolNamed(const std::string& text, const std::vector<int>& units, int loca
 
 }  // namespace
 
-bool ResolveUnit(std::string_view text, int& unit, std::string& problem) {
+bool ResolveUnit(std::string_view text, Reading reading, int& unit, std::string& problem) {
     if (LooksLikeId(text)) return UnitById(text, unit, problem);
     std::u16string wide;
     if (!Utf8ToUtf16(text, wide)) {
@@ -175,7 +188,11 @@ bool ResolveUnit(std::string_view text, int& unit, std::string& problem) {
     if (!wide.empty() && Formatter::FindUnit(wide.c_str(), unit) == ErrorCode::Success) {
         return true;
     }
-    const std::vector<int> found = wide.empty() ? std::vector<int>() : UnitsReadingAsOne(wide);
+    std::vector<int> found;
+    if (!wide.empty()) found = UnitsReadingAsOne(wide, Reading::Catalogue);
+    if (found.empty() && !wide.empty() && reading == Reading::Everyday) {
+        found = UnitsReadingAsOne(wide, Reading::Everyday);
+    }
     if (found.empty()) {
         problem = "'" + std::string(text) +
                   "' is not a known unit; give a symbol such as ft or m², or an id such as 0x2017 "
@@ -219,8 +236,8 @@ bool ResolveGroup(std::string_view text, int& group, std::string& problem) {
     return false;
 }
 
-bool ResolveSymbol(std::string_view text, int unit, int locale, bool complete, int& symbol,
-                   std::string& problem) {
+bool ResolveSymbol(std::string_view text, int unit, int locale, bool complete, Reading reading,
+                   int& symbol, std::string& problem) {
     if (LooksLikeId(text)) {
         int id = 0;
         const bool read = ReadInteger(text, id);
@@ -241,7 +258,7 @@ bool ResolveSymbol(std::string_view text, int unit, int locale, bool complete, i
     if ((symbol = SymbolNamed(name, {unit}, locale)) != 0) return true;
     if ((symbol = SymbolNamed(name, UnitTypes(GroupOf(unit)), locale)) != 0) return true;
     int named = 0;
-    if (!ResolveUnit(text, named, problem)) {
+    if (!ResolveUnit(text, reading, named, problem)) {
         problem = "'" + name + "' is no symbol of " + Describe(unit) +
                   " or of another unit of its group, nor a known unit";
         return false;
@@ -260,52 +277,58 @@ namespace {
 
 // The characters at which a word falls into the pieces that may be units:
 // digits, separators, the operators of the unit arithmetic and the marks of
-// feet and inches, degrees and bearings.
-bool SplitsPieces(char16_t c) {
+// feet and inches, degrees and bearings; in the everyday reading also its
+// signs, product signs and vulgar fractions.
+bool SplitsPieces(char16_t c, Reading reading) {
     static const std::u16string_view kMarks = u"0123456789.,+-/*^()'\"·²³′″°–—‐‒―⁃ʹʺ’‘”“ʼ（）";
-    return kMarks.find(c) != std::u16string_view::npos;
+    static const std::u16string_view kEverydayMarks = u"−⋅×½⅓⅔¼¾⅕⅖⅗⅘⅙⅚⅐⅛⅜⅝⅞⅑⅒";
+    return kMarks.find(c) != std::u16string_view::npos ||
+           (reading == Reading::Everyday && kEverydayMarks.find(c) != std::u16string_view::npos);
 }
 
 // A letter of some script, not a mark or an ASCII sign.
-bool HasLetter(std::u16string_view text) {
+bool HasLetter(std::u16string_view text, Reading reading) {
     for (char16_t c : text) {
-        if (((c | 0x20) >= u'a' && (c | 0x20) <= u'z') || (c >= 0x80 && !SplitsPieces(c))) {
+        if (((c | 0x20) >= u'a' && (c | 0x20) <= u'z') ||
+            (c >= 0x80 && !SplitsPieces(c, reading))) {
             return true;
         }
     }
     return false;
 }
 
-bool IsKnown(const std::u16string& text) {
+bool IsKnown(const std::u16string& text, Reading reading) {
     // A column of measurements repeats its words: each is looked up once.
-    static std::map<std::u16string, bool> known;
-    const auto found = known.find(text);
+    static std::map<std::pair<Reading, std::u16string>, bool> known;
+    const auto found = known.find({reading, text});
     if (found != known.end()) return found->second;
     int unit = 0;
-    const bool result =
-        Formatter::FindUnit(text.c_str(), unit) == ErrorCode::Success || ReadsAsAUnit(text);
-    known.emplace(text, result);
+    const bool result = Formatter::FindUnit(text.c_str(), unit) == ErrorCode::Success ||
+                        ReadsAsAUnit(text, reading);
+    known.emplace(std::make_pair(reading, text), result);
     return result;
 }
 
 // The first piece of word that no unit reads, if any: the whole word, or else
 // the first of its pieces between digits and marks.
-std::optional<std::u16string> UnknownPart(const std::u16string& word) {
-    if (!HasLetter(word) || IsKnown(word)) return std::nullopt;
+std::optional<std::u16string> UnknownPart(const std::u16string& word, Reading reading) {
+    if (!HasLetter(word, reading) || IsKnown(word, reading)) return std::nullopt;
     std::size_t i = 0;
     while (i < word.size()) {
-        while (i < word.size() && SplitsPieces(word[i])) ++i;
+        while (i < word.size() && SplitsPieces(word[i], reading)) ++i;
         const std::size_t start = i;
-        while (i < word.size() && !SplitsPieces(word[i])) ++i;
+        while (i < word.size() && !SplitsPieces(word[i], reading)) ++i;
         const std::u16string piece = word.substr(start, i - start);
-        if (HasLetter(piece) && !IsKnown(piece)) return piece;
+        if (HasLetter(piece, reading) && !IsKnown(piece, reading)) return piece;
     }
     return std::nullopt;
 }
 
-// word without the number that begins it: "5ft" is "ft", "1/2″" is "″".
-std::u16string_view AfterNumber(std::u16string_view word) {
-    const std::u16string_view kNumber = u"0123456789.,+-/";
+// word without the number that begins it: "5ft" is "ft", "1/2″" is "″"; in
+// the everyday reading "−5ft" and "6½in" too.
+std::u16string_view AfterNumber(std::u16string_view word, Reading reading) {
+    const std::u16string_view kNumber =
+        reading == Reading::Everyday ? u"0123456789.,+-/−½⅓⅔¼¾⅕⅖⅗⅘⅙⅚⅐⅛⅜⅝⅞⅑⅒" : u"0123456789.,+-/";
     const std::size_t start = word.find_first_not_of(kNumber);
     return start == std::u16string_view::npos ? std::u16string_view() : word.substr(start);
 }
@@ -318,7 +341,9 @@ std::string ExplainParseFailure(const Formatter& formatter, std::string_view tex
     std::u16string wide;
     if (!Utf8ToUtf16(trimmed, wide)) return "it is not valid UTF-8";
 
-    // A word that no unit reads. A key may span words ("degree Celsius").
+    // A word that no unit reads. A key may span words ("degree Celsius"),
+    // and so may an everyday word ("degrees Celsius", "fl oz").
+    const Reading reading = formatter.GetEverydayReading() ? Reading::Everyday : Reading::Catalogue;
     std::vector<std::u16string> words;
     for (std::string_view word : SplitWords(trimmed)) {
         std::u16string piece;
@@ -326,16 +351,16 @@ std::string ExplainParseFailure(const Formatter& formatter, std::string_view tex
         words.push_back(std::move(piece));
     }
     for (std::size_t i = 0; i < words.size();) {
-        std::u16string phrase(AfterNumber(words[i]));
+        std::u16string phrase(AfterNumber(words[i], reading));
         std::size_t taken = 1;
         for (std::size_t k = 1; k < 4 && i + k < words.size(); ++k) {
             phrase += u' ';
             phrase += words[i + k];
-            int found = 0;
-            if (Formatter::FindUnit(phrase.c_str(), found) == ErrorCode::Success) taken = k + 1;
+            if (IsKnown(phrase, reading)) taken = k + 1;
         }
         if (taken == 1) {
-            if (const auto unknown = UnknownPart(std::u16string(AfterNumber(words[i])))) {
+            if (const auto unknown =
+                    UnknownPart(std::u16string(AfterNumber(words[i], reading)), reading)) {
                 return "'" + Utf16ToUtf8(*unknown) + "' is not a known unit";
             }
         }

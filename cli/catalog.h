@@ -16,6 +16,12 @@ namespace MensuraCli {
 constexpr int kEnglish = 1033;
 constexpr int kChinese = 2052;
 
+// How the tool reads texts and units: the everyday way, which the library
+// adds to the catalogue's reading (plurals, SI prefixes, sums such as "5 ft
+// 6 in", "lb" as the avoirdupois pound), or by the catalogue's meanings
+// alone (--catalogue-meanings).
+enum class Reading { Everyday, Catalogue };
+
 // "Success", "ParseFailure", ...
 const char* ErrorName(Mensura::ErrorCode code);
 
@@ -58,8 +64,11 @@ bool FindKey(std::string_view text, int& unit);
 // symbol id names its unit type), a key of the dictionary ("ft", "米",
 // "degree Celsius"), or else any text that reads as exactly 1 of one unit
 // type when a 1 stands before it ("N", which is also the mark of north, or
-// "m/s"). False with the problem in words.
-bool ResolveUnit(std::string_view text, int& unit, std::string& problem);
+// "m/s"). That text is read by the catalogue's meanings first, so that every
+// unit that they name keeps its meaning; the everyday reading then adds the
+// units that only it knows ("feet", "kJ", "meters per second"). False with
+// the problem in words.
+bool ResolveUnit(std::string_view text, Reading reading, int& unit, std::string& problem);
 // A group by id, English name (any case) or Chinese name.
 bool ResolveGroup(std::string_view text, int& group, std::string& problem);
 // A symbol for rendering a value of `unit`: an id (complete symbol, unit type
@@ -67,11 +76,12 @@ bool ResolveGroup(std::string_view text, int& group, std::string& problem);
 // language (the locale's first), or a unit named as ResolveUnit does, then
 // its symbol of that name or else its default. With `complete` only a
 // complete symbol id will do.
-bool ResolveSymbol(std::string_view text, int unit, int locale, bool complete, int& symbol,
-                   std::string& problem);
+bool ResolveSymbol(std::string_view text, int unit, int locale, bool complete, Reading reading,
+                   int& symbol, std::string& problem);
 
-// Why `text` does not read as a value of `unit`, in words: "'feet' is not a
-// known unit", "it reads as a mass", ...
+// Why `text` does not read as a value of `unit`, in words: "'fleet' is not a
+// known unit", "it reads as a mass", ... A word is known as the formatter
+// reads: with its everyday reading on, "feet" is.
 std::string ExplainParseFailure(const Mensura::Formatter& formatter, std::string_view text,
                                 int unit);
 

@@ -15,7 +15,7 @@ const char* const kFormatHelp =
     "usage: mensura format [options] VALUE UNIT\n"
     "\n"
     "Renders VALUE, a plain number in UNIT, as text with a symbol. Units are named\n"
-    "as for convert.\n"
+    "as for convert, --catalogue-meanings included.\n"
     "\n"
     "options:\n"
     "  --symbol S              render with S: a symbol's text in either language\n"
@@ -42,6 +42,8 @@ const char* const kFormatHelp =
     "                          text around numbered placeholders, one for each number\n"
     "                          of the symbol (\"{0} ft {1} in\" for x′x″); {{ and }}\n"
     "                          write braces\n"
+    "  --catalogue-meanings    name UNIT, --symbol and --default-unit by the catalogue\n"
+    "                          alone (see convert)\n"
     "  --json                  the text, the symbol and the value in the symbol's unit\n"
     "\n"
     "examples:\n"
@@ -80,7 +82,9 @@ int RunFormat(const ArgumentList& list) {
     Arguments arguments;
     std::string problem;
     if (!arguments.Read(
-            list, {{kJson, kHelp, {"--symbol", true}, {"--pattern", true}}, kFormatterOptions},
+            list,
+            {{kJson, kHelp, kCatalogueMeanings, {"--symbol", true}, {"--pattern", true}},
+             kFormatterOptions},
             problem)) {
         return UsageError("format", problem);
     }
@@ -91,13 +95,14 @@ int RunFormat(const ArgumentList& list) {
     const ArgumentList& positional = arguments.Positional();
     if (positional.size() != 2) return UsageError("format", "give VALUE UNIT");
     int unit = 0;
-    if (!ResolveUnit(positional[1], unit, problem)) return UsageError("format", problem);
+    const Reading reading = ReadingOf(arguments);
+    if (!ResolveUnit(positional[1], reading, unit, problem)) return UsageError("format", problem);
     Formatter formatter;
     if (!MakeFormatter(arguments, unit, formatter, problem)) return UsageError("format", problem);
     int symbol = 0;
     if (arguments.Has("--symbol")) {
         if (!ResolveSymbol(arguments.Value("--symbol"), unit, formatter.GetLocaleId(), false,
-                           symbol, problem)) {
+                           reading, symbol, problem)) {
             return UsageError("format", "--symbol: " + problem);
         }
     } else if (arguments.Has("--default-unit")) {

@@ -70,6 +70,10 @@ std::string_view Arguments::Value(std::string_view name, std::string_view fallba
     return found != values.end() ? found->second : fallback;
 }
 
+Reading ReadingOf(const Arguments& arguments) {
+    return arguments.Has(kCatalogueMeanings.name) ? Reading::Catalogue : Reading::Everyday;
+}
+
 namespace {
 
 bool ReadLocale(std::string_view text, int& locale) {
@@ -144,6 +148,8 @@ bool MakeFormatter(const Arguments& arguments, int unit, Formatter& formatter,
         return false;
     }
     Formatter made(locale);
+    const Reading reading = ReadingOf(arguments);
+    made.SetEverydayReading(reading == Reading::Everyday);
     std::u16string text;
     if (arguments.Has("--native-digits")) {
         if (!Wide(arguments, "--native-digits", text, problem)) return false;
@@ -214,7 +220,7 @@ bool MakeFormatter(const Arguments& arguments, int unit, Formatter& formatter,
     }
     if (arguments.Has("--default-unit")) {
         int chosen = 0;
-        if (!ResolveUnit(arguments.Value("--default-unit"), chosen, problem)) {
+        if (!ResolveUnit(arguments.Value("--default-unit"), reading, chosen, problem)) {
             problem = "--default-unit: " + problem;
             return false;
         }
@@ -227,7 +233,7 @@ bool MakeFormatter(const Arguments& arguments, int unit, Formatter& formatter,
     }
     if (arguments.Has("--default-symbol")) {
         int chosen = 0;
-        if (!ResolveSymbol(arguments.Value("--default-symbol"), unit, locale, true, chosen,
+        if (!ResolveSymbol(arguments.Value("--default-symbol"), unit, locale, true, reading, chosen,
                            problem)) {
             problem = "--default-symbol: " + problem;
             return false;

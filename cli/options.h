@@ -9,6 +9,7 @@
 #include <string_view>
 #include <vector>
 
+#include "catalog.h"
 #include "mensura/mensura.hpp"
 
 namespace MensuraCli {
@@ -22,6 +23,8 @@ struct OptionSpec {
 constexpr OptionSpec kJson{"--json", false};
 constexpr OptionSpec kHelp{"--help", false};
 constexpr OptionSpec kExact{"--exact", false};
+// The catalogue's reading of texts and units, the everyday reading off.
+constexpr OptionSpec kCatalogueMeanings{"--catalogue-meanings", false};
 
 // The options that set up a formatter: its locale, number settings and defaults.
 extern const std::initializer_list<OptionSpec> kFormatterOptions;
@@ -45,9 +48,12 @@ private:
     std::vector<std::string_view> positional;
 };
 
-// A formatter as the options ask: --locale, the number settings, and
-// --default-unit and --default-symbol, which must be of the group of `unit`.
-// False with problem set for a value that a setting refuses.
+// The reading that the options ask for: everyday unless --catalogue-meanings.
+Reading ReadingOf(const Arguments& arguments);
+
+// A formatter as the options ask: --locale, the number settings, the reading,
+// and --default-unit and --default-symbol, which must be of the group of
+// `unit`. False with problem set for a value that a setting refuses.
 bool MakeFormatter(const Arguments& arguments, int unit, Mensura::Formatter& formatter,
                    std::string& problem);
 

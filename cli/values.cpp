@@ -16,8 +16,8 @@ using Mensura::ErrorCode;
 using Mensura::Formatter;
 
 const char* const kConvertHelp =
-    "usage: mensura convert [--exact] [--json] VALUE FROM TO\n"
-    "       mensura convert [--exact] [--json] FROM TO  < values\n"
+    "usage: mensura convert [--exact] [--json] [--catalogue-meanings] VALUE FROM TO\n"
+    "       mensura convert [--exact] [--json] [--catalogue-meanings] FROM TO  < values\n"
     "\n"
     "Converts VALUE, a plain number, from unit FROM into unit TO. Without VALUE,\n"
     "reads one number a line from standard input and writes one result a line;\n"
@@ -26,18 +26,27 @@ const char* const kConvertHelp =
     "\n"
     "A unit is a symbol or name of the catalogue (ft, m², 米, \"degree Celsius\"),\n"
     "any other text that reads as one unit after a 1 (N, m/s), or an id in\n"
-    "hexadecimal (0x2017) or decimal (8215).\n"
+    "hexadecimal (0x2017) or decimal (8215). Such a text is read by the\n"
+    "catalogue's meanings first, so a symbol of the catalogue keeps its meaning\n"
+    "(lb is the pound (meter) of 0.5 kg; the avoirdupois pound is \"pound\" or\n"
+    "0x5017); then the everyday way, which adds plurals, words and SI prefixes\n"
+    "(feet, \"meters per second\", kJ).\n"
     "\n"
     "options:\n"
-    "  --exact   print the shortest text that reads back as the same double\n"
-    "            (default: 12 significant digits, no trailing zeros)\n"
-    "  --json    one JSON object a result; failures as JSON on standard error\n"
+    "  --exact                print the shortest text that reads back as the same\n"
+    "                         double (default: 12 significant digits, no trailing\n"
+    "                         zeros)\n"
+    "  --json                 one JSON object a result; failures as JSON on standard\n"
+    "                         error\n"
+    "  --catalogue-meanings   name units by the catalogue alone: feet and kJ are\n"
+    "                         then no units\n"
     "\n"
     "examples:\n"
     "  mensura convert 5.5 ft m                 # 1.6764\n"
     "  mensura convert --exact 5.5 ft m         # 1.6764000000000001\n"
     "  mensura convert 100 °C °F                # 212\n"
     "  mensura convert 1 0x2C018 0x2C001        # a day in seconds: 86400\n"
+    "  mensura convert 2 feet m                 # 0.6096\n"
     "  printf '1\\n2.5\\n' | mensura convert mi km\n";
 
 const char* const kParseHelp =
@@ -51,9 +60,21 @@ const char* const kParseHelp =
     "fails is reported on standard error with its number while the others go on.\n"
     "Units are named as for convert.\n"
     "\n"
+    "TEXT is read the everyday way. The catalogue's reading comes first, with a\n"
+    "few symbols in their everyday meaning: lb is the avoirdupois pound, kB, MB\n"
+    "and GB are powers of 1000, kt is the knot, and in English tbsp, tsp and cwt\n"
+    "are the U.S. customary units. A text that it refuses is read again with\n"
+    "SI prefixes (kJ, hPa, μs), plurals and words (feet, \"degrees Celsius\"),\n"
+    "\"*\", \"⋅\" and \"×\" between units, \"−\" and \"+\" as signs, vulgar and mixed\n"
+    "fractions (5′6½″, \"1 1/2 in\"), sums of one kind (\"5 ft 6 in\", \"1 h 30\n"
+    "min\"; temperatures do not add) and compact bearings (N45-30E, S30W).\n"
+    "\n"
     "options:\n"
     "  --exact                 print the shortest text that reads back as the same double\n"
     "  --json                  one JSON object a result\n"
+    "  --catalogue-meanings    read by the catalogue alone: lb is the pound (meter) of\n"
+    "                          0.5 kg, MB 2^20 bytes, and the everyday words and\n"
+    "                          forms are not read\n"
     "  --locale L, the number settings, --default-unit U, --default-symbol S\n"
     "                          as for format: they say how numbers are written and\n"
     "                          what a bare number means\n"
@@ -62,6 +83,10 @@ const char* const kParseHelp =
     "  mensura parse \"5′-6 1/2″\" in               # 66.5\n"
     "  mensura parse \"N 45°30′ E\" degree          # 44.5 (east is 0, north 90)\n"
     "  mensura parse \"3 米\" ft                     # 9.84251968504\n"
+    "  mensura parse \"5 ft 6 in\" in               # 66\n"
+    "  mensura parse \"150 lb\" kg                  # 68.0388555\n"
+    "  mensura parse --catalogue-meanings \"150 lb\" kg   # 75\n"
+    "  mensura parse \"9.81 m/s^2\" 0x30001         # an acceleration: 9.81\n"
     "  mensura parse 5 m --default-unit ft        # a bare 5 is 5 ft: 1.524\n"
     "  mensura parse \"1.234,5 m\" m --decimal-separator , --group-separator .\n"
     "  printf '5 ft\\n6 in\\n' | mensura parse m\n";
@@ -161,7 +186,7 @@ int RunValues(const Arguments& arguments, const std::string_view* single, int un
 int RunConvert(const ArgumentList& list) {
     Arguments arguments;
     std::string problem;
-    if (!arguments.Read(list, {{kJson, kHelp, kExact}}, problem)) {
+    if (!arguments.Read(list, {{kJson, kHelp, kExact, kCatalogueMeanings}}, problem)) {
         return UsageError("convert", problem);
     }
     if (arguments.Has("--help")) {
@@ -175,8 +200,9 @@ int RunConvert(const ArgumentList& list) {
     const std::size_t first = positional.size() - 2;
     int from = 0;
     int to = 0;
-    if (!ResolveUnit(positional[first], from, problem) ||
-        !ResolveUnit(positional[first + 1], to, problem)) {
+    const Reading reading = ReadingOf(arguments);
+    if (!ResolveUnit(positional[first], reading, from, problem) ||
+        !ResolveUnit(positional[first + 1], reading, to, problem)) {
         double number = 0.0;
         if (first == 0 && ReadNumber(positional[0], number)) {
             problem = "'" + std::string(positional[0]) +
@@ -215,7 +241,8 @@ int RunConvert(const ArgumentList& list) {
 int RunParse(const ArgumentList& list) {
     Arguments arguments;
     std::string problem;
-    if (!arguments.Read(list, {{kJson, kHelp, kExact}, kFormatterOptions}, problem)) {
+    if (!arguments.Read(list, {{kJson, kHelp, kExact, kCatalogueMeanings}, kFormatterOptions},
+                        problem)) {
         return UsageError("parse", problem);
     }
     if (arguments.Has("--help")) {
@@ -227,7 +254,9 @@ int RunParse(const ArgumentList& list) {
         return UsageError("parse", "give TEXT UNIT, or UNIT and texts on standard input");
     }
     int unit = 0;
-    if (!ResolveUnit(positional.back(), unit, problem)) return UsageError("parse", problem);
+    if (!ResolveUnit(positional.back(), ReadingOf(arguments), unit, problem)) {
+        return UsageError("parse", problem);
+    }
     Formatter formatter;
     if (!MakeFormatter(arguments, unit, formatter, problem)) return UsageError("parse", problem);
     const Step step = [&formatter, unit](std::string_view input) {

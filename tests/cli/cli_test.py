@@ -110,8 +110,8 @@ def test_convert_letters_shared_with_compass_marks():
 
 
 def test_convert_refuses_units_it_cannot_tell():
-    result = run("convert", "5", "feet", "m")
-    check(result.status == 1 and "'feet' is not a known unit" in result.err, "feet", result)
+    result = run("convert", "5", "fleet", "m")
+    check(result.status == 1 and "'fleet' is not a known unit" in result.err, "fleet", result)
     result = run("convert", "1", "d", "h")  # the degree mark or the day
     check(result.status == 1 and "degree" in result.err and "day" in result.err, "d", result)
     result = run("convert", "1", "0x2000", "m")
@@ -180,9 +180,9 @@ def test_parse_units_of_other_scripts_and_products():
 
 
 def test_parse_batch_reports_the_failing_line_and_exits_2():
-    result = expect(["parse", "m"], "1.524\n0.1524\n", status=2, stdin="5 ft\n5 feet\n6 in\n")
-    check(result.err == "mensura: line 2: ParseFailure: cannot read '5 feet' as a length: "
-          "'feet' is not a known unit\n", "the error of line 2", result)
+    result = expect(["parse", "m"], "1.524\n0.1524\n", status=2, stdin="5 ft\n5 fleet\n6 in\n")
+    check(result.err == "mensura: line 2: ParseFailure: cannot read '5 fleet' as a length: "
+          "'fleet' is not a known unit\n", "the error of line 2", result)
 
 
 def test_parse_explains_failures():
@@ -215,6 +215,121 @@ def test_parse_json_reads_back():
     result = succeed("parse", "--json", "5′6″", "in")
     data = json.loads(result.out)
     check(data == {"input": "5′6″", "value": 66, "text": "66", "unit": 0x2016}, "parse", result)
+
+
+# the everyday reading -----------------------------------------------------------
+# The tool reads texts the everyday way unless --catalogue-meanings is given.
+# A pound is 0.45359237 kg; the catalogue's "lb" is the pound (meter) of 0.5 kg.
+
+CATALOGUE = "--catalogue-meanings"
+
+
+def test_parse_reads_lb_as_the_avoirdupois_pound_unless_asked_otherwise():
+    expect(["parse", "150 lb", "kg"], twelve(150 * 0.45359237) + "\n")
+    expect(["parse", CATALOGUE, "150 lb", "kg"], "75\n")
+    expect(["parse", "150 lb", "kg", CATALOGUE], "75\n")
+    # The option holds for every line of standard input too.
+    expect(["parse", "kg"], twelve(2 * 0.45359237) + "\n1\n", stdin="2 lb\n1 kg\n")
+    expect(["parse", CATALOGUE, "kg"], "1\n1\n", stdin="2 lb\n1 kg\n")
+
+
+def test_parse_reads_sums_of_one_kind_unless_asked_otherwise():
+    expect(["parse", "5 ft 6 in", "in"], "66\n")
+    expect(["parse", "1 h 30 min", "min"], "90\n")
+    expect(["parse", "-2 lb 3 oz", "0x5017"], twelve(-(2 + 3 / 16)) + "\n")  # 16 oz a pound
+    result = expect(["parse", CATALOGUE, "5 ft 6 in", "in"], "", status=2)
+    check("ParseFailure" in result.err and "'5 ft 6 in'" in result.err, "no sums", result)
+    # Temperatures on a scale never add.
+    result = expect(["parse", "20 °C 5 °C", "°C"], "", status=2)
+    check("ParseFailure" in result.err, "no sum of temperatures", result)
+
+
+def test_parse_reads_everyday_words_prefixes_signs_and_fractions():
+    cases = [
+        (["5 feet", "m"], twelve(5 * 0.3048)),
+        (["20 degrees Celsius", "K"], twelve(20 + 273.15)),
+        (["3 meters per second", "km/h"], twelve(3 * 3.6)),
+        (["1 hPa", "Pa"], "100"),
+        (["1 μs", "s"], twelve(1e-6)),  # the Greek mu, not the micro sign
+        (["2 N×m", "J"], "2"),
+        (["2 kg*m/s^2", "N"], "2"),
+        (["−5 ft", "m"], twelve(-5 * 0.3048)),  # U+2212
+        (["+5 m", "m"], "5"),
+        (["5′6½″", "in"], "66.5"),
+        (["1 1/2 in", "in"], "1.5"),
+        (["N45-30E", "degree"], "44.5"),  # 45.5 degrees east of north
+    ]
+    for arguments, value in cases:
+        expect(["parse", *arguments], value + "\n")
+        result = run("parse", CATALOGUE, *arguments)
+        check(result.status == 2 and result.out == "" and "ParseFailure" in result.err,
+              f"{arguments} with {CATALOGUE}: a failure expected", result)
+
+
+def test_parse_with_both_readings_where_they_agree_and_differ():
+    # The catalogue's multiples of the byte are powers of 1024, on a label of 1000.
+    expect(["parse", "1 MB", "byte"], "1000000\n")
+    expect(["parse", CATALOGUE, "1 MB", "byte"], twelve(2 ** 20) + "\n")
+    # A text that both read keeps its value.
+    for arguments in [["5 ft", "m"], ["5′-6 1/2″", "in"], ["N 45°30′ E", "degree"]]:
+        check(run("parse", *arguments).out == run("parse", CATALOGUE, *arguments).out,
+              f"{arguments} reads alike")
+    # An exponent behind a quotient applies to its last unit in both readings.
+    for option in [[], [CATALOGUE]]:
+        expect(["parse", *option, "9.81 m/s^2", "0x30001"], "9.81\n")
+        expect(["parse", *option, "5 kg/m²", "0xA001"], "5000\n")  # in g/m²
+
+
+def test_parse_everyday_meanings_follow_the_locale():
+    # The U.S. tablespoon is 14.78676478125 mL; the catalogue's is metric, 15 mL.
+    value = float(succeed("parse", "--exact", "1 tbsp", "mL").out)
+    check(math.isclose(value, 14.78676478125, rel_tol=1e-14), f"tbsp: {value}")
+    expect(["parse", "1 tbsp", "mL", "--locale", "zh"], "15\n")
+    expect(["parse", CATALOGUE, "1 tbsp", "mL"], "15\n")
+
+
+def test_parse_explains_failures_as_the_reading_knows_words():
+    result = expect(["parse", "5 feet", "kg"], "", status=2)
+    check("it reads as a length, not as a mass" in result.err, "feet is known", result)
+    result = expect(["parse", "5 fl oz", "m"], "", status=2)
+    check("it reads as a volume, not as a length" in result.err, "a word of two words",
+          result)
+    result = expect(["parse", "5 ft −6 in", "in"], "", status=2)  # only the first part signs
+    check("is not a known unit" not in result.err, "− is a sign", result)
+    result = expect(["parse", CATALOGUE, "5 feet", "kg"], "", status=2)
+    check("'feet' is not a known unit" in result.err, "feet is unknown", result)
+
+
+def test_unit_arguments_with_both_readings():
+    # A unit argument that is a symbol of the catalogue keeps its meaning.
+    for option in [[], [CATALOGUE]]:
+        expect(["convert", *option, "150", "lb", "kg"], "75\n")
+        expect(["convert", *option, "10", "N", "lbf"], twelve(10 / 4.4482216152605) + "\n")
+        expect(["convert", *option, "5", "m/s", "km/h"], "18\n")
+    expect(["convert", "150", "pound", "kg"], twelve(150 * 0.45359237) + "\n")
+    # One that the catalogue lacks is read the everyday way.
+    expect(["convert", "2", "feet", "m"], twelve(2 * 0.3048) + "\n")
+    expect(["convert", "1", "kJ", "J"], "1000\n")
+    expect(["parse", "5", "m", "--default-unit", "feet"], twelve(5 * 0.3048) + "\n")
+    expect(["format", "1", "m", "--symbol", "feet"], "%.2f foot\n" % (1 / 0.3048))
+    data = json.loads(succeed("show", "--json", "meters per second").out)
+    check(data["id"] == 0x28001, "meters per second", data)
+    for arguments in [["convert", CATALOGUE, "2", "feet", "m"],
+                      ["convert", CATALOGUE, "1", "kJ", "J"],
+                      ["parse", CATALOGUE, "5", "m", "--default-unit", "feet"],
+                      ["format", CATALOGUE, "1", "m", "--symbol", "feet"],
+                      ["show", CATALOGUE, "meters per second"]]:
+        result = run(*arguments)
+        check(result.status == 1 and result.out == "" and
+              ("is not a known unit" in result.err or "nor a known unit" in result.err),
+              f"{arguments}: refused", result)
+
+
+def test_catalogue_meanings_is_no_option_of_list():
+    result = run("list", CATALOGUE)
+    check(result.status == 1 and "unknown option" in result.err, "list refuses it", result)
+    result = run("parse", "--catalogue-meanings=yes", "5 ft", "m")
+    check(result.status == 1 and "takes no value" in result.err, "no value", result)
 
 
 # format ----------------------------------------------------------------------
@@ -359,6 +474,13 @@ def test_help_for_the_tool_and_every_command():
             result = succeed(*arguments)
             check(result.out.startswith(f"usage: mensura {command}") and
                   "examples:" in result.out, f"help of {command}", result)
+    # The everyday reading is the default, and the option that turns it off is named.
+    check("everyday" in tool.out and "--catalogue-meanings" in tool.out, "the reading", tool)
+    for command in ["convert", "parse", "format", "show"]:
+        result = succeed(command, "--help")
+        check("--catalogue-meanings" in result.out, f"{command} names the option", result)
+    result = succeed("parse", "--help")
+    check("everyday" in result.out and '"5 ft 6 in"' in result.out, "parse's reading", result)
 
 
 def test_usage_errors_exit_1():
