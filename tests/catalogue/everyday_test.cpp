@@ -73,8 +73,8 @@ TEST(EverydayVocabulary, PrefixesScaleTheirSymbol) {
     const struct {
         const char16_t* key;
         double factor;
-    } rows[] = {{u"kJ", 1e3},    {u"hPa", 1e2},  {u"GHz", 1e9},   {u"μs", 1e-6}, {u"ZJ", 1e21},
-                {u"MWh", 3.6e9}, {u"hL", 0.1}, {u"kWb", 1e3}, {u"μΩ", 1e-6}, {u"fT", 1e-15}};
+    } rows[] = {{u"kJ", 1e3},    {u"hPa", 1e2}, {u"GHz", 1e9}, {u"μs", 1e-6}, {u"ZJ", 1e21},
+                {u"MWh", 3.6e9}, {u"hL", 0.1},  {u"kWb", 1e3}, {u"μΩ", 1e-6}, {u"fT", 1e-15}};
     for (const auto& row : rows) {
         const std::u16string key(row.key);
         std::size_t matched = 0;
