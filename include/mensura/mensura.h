@@ -39,6 +39,64 @@ typedef Formatter MensuraFormatter;
 typedef uint16_t MensuraChar16;
 #endif
 
+/* Names -------------------------------------------------------------------- */
+
+/* What the functions return: the values of Mensura::ErrorCode. */
+enum MensuraErrorCode {
+    MENSURA_SUCCESS = 0,       /* the operation did what was asked */
+    MENSURA_FAILURE = 1,       /* a bad argument, a buffer too short, no memory */
+    MENSURA_PARSE_FAILURE = 2, /* the text could not be read as a value of the unit */
+    MENSURA_NOT_SET = 3,       /* no symbol string is stored for the symbol */
+    MENSURA_UNIT_MISMATCH = 4  /* an unknown unit, or two units of other dimensions */
+};
+
+/* The selectors of FormatterNumberSetting. data points to ten MensuraChar16
+ * digits for the native digits; to a text for a sign or separator (a buffer
+ * of size units to read one); to an int for the decimal digits and the
+ * number format; to the group sizes as ints, size counting them to set and
+ * receiving them all to read, while a size of 0 writes their count as a
+ * 64-bit unsigned integer instead. */
+enum MensuraNumberSetting {
+    MENSURA_GET_NATIVE_DIGITS = 0,
+    MENSURA_SET_NATIVE_DIGITS = 1,
+    MENSURA_SET_NATIVE_DIGITS_TOO = 2, /* the same as MENSURA_SET_NATIVE_DIGITS */
+    MENSURA_GET_NEGATIVE_SIGN = 3,
+    MENSURA_SET_NEGATIVE_SIGN = 4,
+    MENSURA_GET_DECIMAL_DIGITS = 5,
+    MENSURA_SET_DECIMAL_DIGITS = 6,
+    MENSURA_GET_DECIMAL_SEPARATOR = 7,
+    MENSURA_SET_DECIMAL_SEPARATOR = 8,
+    MENSURA_GET_NUMBER_FORMAT = 9,
+    MENSURA_SET_NUMBER_FORMAT = 10,
+    MENSURA_GET_GROUP_SEPARATOR = 11,
+    MENSURA_SET_GROUP_SEPARATOR = 12,
+    MENSURA_GET_GROUP_SIZES = 13,
+    MENSURA_SET_GROUP_SIZES = 14,
+    MENSURA_GET_POSITIVE_SIGN = 15,
+    MENSURA_SET_POSITIVE_SIGN = 16
+};
+
+/* The selectors of FormatterSymbolStringSetting. */
+enum MensuraSymbolStringSetting {
+    MENSURA_GET_FORMATTING_STRING = 1,
+    MENSURA_SET_FORMATTING_STRING = 2,
+    MENSURA_GET_PARSING_STRING = 3,
+    MENSURA_SET_PARSING_STRING = 4
+};
+
+/* The selectors of FormatterReadingSetting. */
+enum MensuraReadingSetting { MENSURA_GET_EVERYDAY_READING = 1, MENSURA_SET_EVERYDAY_READING = 2 };
+
+/* Why a text did not read: the reason of a MensuraParseReport. */
+enum MensuraParseReason {
+    MENSURA_READ = 0,            /* the text read */
+    MENSURA_UNKNOWN_TEXT = 1,    /* a run of text that is no known unit or mark */
+    MENSURA_OTHER_QUANTITY = 2,  /* the text reads as another kind of quantity */
+    MENSURA_NO_SINGLE_VALUE = 3, /* its numbers, units and marks do not make one value */
+    MENSURA_EMPTY_TEXT = 4,      /* the text is empty */
+    MENSURA_UNKNOWN_UNIT = 5     /* the target unit is unknown */
+};
+
 /* Conversion ------------------------------------------------------------- */
 
 /* Converts value from unit `from` into unit `to` and writes it to *out.
@@ -51,6 +109,12 @@ MENSURA_API int Convert(double value, int from, double* out, int to);
  * is none (unknown unit, other dimensions, or a scale with an offset such as
  * degree Celsius). */
 MENSURA_API double ConversionFactor(int from, int to);
+
+/* Writes the seven exponents of a group, unit type or symbol id's dimensions
+ * (length, mass, time, electric current, temperature, amount of substance,
+ * luminous intensity): the newton gives 1, 1, -2, 0, 0, 0, 0. Returns 0; 1 for
+ * an unknown id or a null array, which is then left alone. */
+MENSURA_API int GetUnitDimensions(int id, int dimensions[7]);
 
 /* Formatters ------------------------------------------------------------- */
 
@@ -83,6 +147,33 @@ MENSURA_API int Format(MensuraFormatter* formatter, double value, int unit, Mens
 /* Reads text into a value in `unit`. *value is left alone on failure. */
 MENSURA_API int Parse(MensuraFormatter* formatter, const MensuraChar16* text, double* value,
                       int unit);
+
+/* Why a text read or did not: filled by ExplainParse. */
+typedef struct MensuraParseReport {
+    size_t size;       /* the caller sets sizeof(MensuraParseReport) */
+    int code;          /* what Parse returns for the same call */
+    int reason;        /* 0 read; 1 a run of text that is no known unit or mark; 2 the text reads as
+                          another kind of quantity; 3 its numbers, units and marks do not make one
+                          value; 4 empty text; 5 unknown target unit */
+    size_t start;      /* first 16-bit unit of the text that the reason is about */
+    size_t length;     /* its length in units; 0 when the reason is about the whole text */
+    int dimensions[7]; /* reason 0 or 2: what the text reads as */
+    int group;         /* reason 0 or 2: the group of those dimensions, 0 if none */
+    double value;      /* reason 0: the value in the target unit */
+    int note;          /* 0 none; 1 a symbol read with a catalogue meaning that differs from the
+                          everyday one (the list of the everyday reading) */
+    size_t noteStart, noteLength;
+} MensuraParseReport;
+
+/* Parses text into `unit` as Parse does, with the same result, and says why
+ * in *report. The span names the first fault: the longest run of text that
+ * no key, number or mark reads ("km3" in "1e-9 km3", "feets" in "5 feets"),
+ * or, for the other reasons, the whole text. A text that reads into another
+ * group gives that group and its dimensions. Returns 1, with the report left
+ * alone, for a null formatter, text or report, or a size below the struct's;
+ * Parse stays as fast as it is, since only this call does the extra work. */
+MENSURA_API int ExplainParse(MensuraFormatter* formatter, const MensuraChar16* text, int unit,
+                             MensuraParseReport* report);
 
 /* Catalogue -------------------------------------------------------------- */
 

@@ -35,6 +35,31 @@ enum class NumberFormat : int {
     Number = 5,           // 12,345.68: fixed with digit grouping
 };
 
+// Why a text read or did not, from Formatter::ExplainParse: the fields of
+// MensuraParseReport in mensura.h.
+struct ParseReport {
+    enum Reason : int {
+        Read = 0,           // the text read
+        UnknownText = 1,    // a run of text that is no known unit or mark
+        OtherQuantity = 2,  // the text reads as another kind of quantity
+        NoSingleValue = 3,  // its numbers, units and marks do not make one value
+        EmptyText = 4,      // the text is empty
+        UnknownUnit = 5,    // the target unit is unknown
+    };
+    ErrorCode code = ErrorCode::ParseFailure;  // what Parse returns for the same call
+    Reason reason = NoSingleValue;
+    size_t start = 0;        // first 16-bit unit of the text that the reason is about
+    size_t length = 0;       // its length; 0 when the reason is about the whole text
+    int dimensions[7] = {};  // Read or OtherQuantity: what the text reads as
+    int group = 0;           // Read or OtherQuantity: the group of those, 0 if none
+    double value = 0.0;      // Read: the value in the target unit
+    // A symbol read with a catalogue meaning that differs from the everyday
+    // one, and where it stands.
+    bool note = false;
+    size_t noteStart = 0;
+    size_t noteLength = 0;
+};
+
 // A value tagged with the seven exponents of its dimensions, in the order
 // length, mass, time, electric current, temperature, amount of substance,
 // luminous intensity.
@@ -87,6 +112,9 @@ public:
     // The unit type ids of a group, each being `group` with its type number
     // merged in. Returns the count, 0 for an unknown group.
     static size_t GetUnitTypes(int group, int* const ids);
+    // The seven exponents of a group, unit type or symbol id (order as in
+    // Quantity). Failure, with dimensions left alone, for an unknown id.
+    static ErrorCode GetUnitDimensions(int id, int (&dimensions)[7]);
 
 private:
     // value is in base units of dimensions; converts it into unit `to`.
@@ -202,6 +230,10 @@ public:
     // unless it holds one of those symbols. Copies share the setting.
     void SetEverydayReading(bool on);
     bool GetEverydayReading() const;
+
+    // Parses as Parse does, with the same code, and says why: see
+    // MensuraParseReport in mensura.h. Allocates; Parse itself does not.
+    ParseReport ExplainParse(const char16_t* text, int unit) const;
 
     // The symbol id that renders a unit type when no symbol is asked for: the
     // one set by SetDefaultSymbol, else symbol 1 of the type. 0 for anything

@@ -1,4 +1,7 @@
 // The Converter class and the flat conversion functions.
+#include <algorithm>
+
+#include "catalogue/unit_catalog.h"
 #include "mensura/mensura.hpp"
 #include "units/unit_table.h"
 
@@ -107,6 +110,22 @@ size_t Converter::GetUnitGroups(int* const ids) {
 
 size_t Converter::GetUnitTypes(int group, int* const ids) {
     return UnitTable::Instance().ListUnitTypes(group, ids);
+}
+
+ErrorCode Converter::GetUnitDimensions(int id, int (&dimensions)[7]) {
+    const bool hasType = (id & UnitId::TypeMask) != 0;
+    const bool hasSymbol = (id & UnitId::SymbolMask) != 0;
+    if (!hasType && hasSymbol) return ErrorCode::Failure;
+    // A group's exponents are those of its first unit type.
+    const UnitConverter* converter = UnitTable::Instance().FindConverter(hasType ? id : id | 1);
+    if (converter == nullptr || (id & ~static_cast<int>(UnitId::SymbolMask | UnitId::UnitMask))) {
+        return ErrorCode::Failure;
+    }
+    if (hasSymbol && UnitCatalog::Instance().FindSymbol(id, 0) == nullptr)
+        return ErrorCode::Failure;
+    const Dimensions& exponents = converter->GetDimensions();
+    std::copy(exponents.begin(), exponents.end(), dimensions);
+    return ErrorCode::Success;
 }
 
 }  // namespace Mensura

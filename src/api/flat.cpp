@@ -4,6 +4,7 @@
 // The flat functions are called from C, which no exception may reach. What
 // can throw behind them is an allocation that fails: it ends at the boundary
 // as Failure, after the library has put its state back.
+#include <algorithm>
 #include <cstdint>
 #include <limits>
 
@@ -28,35 +29,6 @@ int CallFromC(Body body) noexcept {
         return static_cast<int>(ErrorCode::Failure);
     }
 }
-
-// Selectors of FormatterNumberSetting.
-enum NumberSetting : int {
-    GetNativeDigits = 0,
-    SetNativeDigits = 1,
-    SetNativeDigitsToo = 2,
-    GetNegativeSign = 3,
-    SetNegativeSign = 4,
-    GetDecimalDigits = 5,
-    SetDecimalDigits = 6,
-    GetDecimalSeparator = 7,
-    SetDecimalSeparator = 8,
-    GetNumber = 9,
-    SetNumber = 10,
-    GetGroupSeparator = 11,
-    SetGroupSeparator = 12,
-    GetGroupSizes = 13,
-    SetGroupSizes = 14,
-    GetPositiveSign = 15,
-    SetPositiveSign = 16,
-};
-
-// Selectors of FormatterSymbolStringSetting.
-enum SymbolStringSetting : int {
-    GetFormattingString = 1,
-    SetFormattingString = 2,
-    GetParsingString = 3,
-    SetParsingString = 4,
-};
 
 int Code(ErrorCode code) {
     return static_cast<int>(code);
@@ -129,13 +101,48 @@ int Format(MensuraFormatter* formatter, double value, int unit, MensuraChar16* b
         [&] { return Code(formatter->Format(value, unit, buffer, size, symbol, converted)); });
 }
 
+int GetUnitDimensions(int id, int dimensions[7]) {
+    if (dimensions == nullptr) return Code(ErrorCode::Failure);
+    int exponents[7];
+    if (Converter::GetUnitDimensions(id, exponents) != ErrorCode::Success) {
+        return Code(ErrorCode::Failure);
+    }
+    std::copy(exponents, exponents + 7, dimensions);
+    return Code(ErrorCode::Success);
+}
+
+int ExplainParse(MensuraFormatter* formatter, const MensuraChar16* text, int unit,
+                 MensuraParseReport* report) {
+    if (formatter == nullptr || text == nullptr || report == nullptr ||
+        report->size < sizeof(MensuraParseReport)) {
+        return Code(ErrorCode::Failure);
+    }
+    return CallFromC([&] {
+        const Mensura::ParseReport found = formatter->ExplainParse(text, unit);
+        MensuraParseReport out{};
+        out.size = sizeof(MensuraParseReport);
+        out.code = Code(found.code);
+        out.reason = found.reason;
+        out.start = found.start;
+        out.length = found.length;
+        std::copy(found.dimensions, found.dimensions + 7, out.dimensions);
+        out.group = found.group;
+        out.value = found.value;
+        out.note = found.note ? 1 : 0;
+        out.noteStart = found.noteStart;
+        out.noteLength = found.noteLength;
+        *report = out;
+        return out.code;
+    });
+}
+
 int FormatterReadingSetting(MensuraFormatter* formatter, int selector, int* value) {
     if (formatter == nullptr || value == nullptr) return Code(ErrorCode::Failure);
     switch (selector) {
-        case 1:
+        case MENSURA_GET_EVERYDAY_READING:
             *value = formatter->GetEverydayReading() ? 1 : 0;
             return Code(ErrorCode::Success);
-        case 2:
+        case MENSURA_SET_EVERYDAY_READING:
             if (*value != 0 && *value != 1) return Code(ErrorCode::Failure);
             return CallFromC([&] {
                 formatter->SetEverydayReading(*value == 1);
@@ -165,40 +172,40 @@ int ApplyNumberSetting(MensuraFormatter* formatter, int selector, void* data, si
     auto* const text = static_cast<char16_t*>(data);
     auto* const number = static_cast<std::int32_t*>(data);
     switch (selector) {
-        case GetNativeDigits:
+        case MENSURA_GET_NATIVE_DIGITS:
             formatter->GetNativeDigits(text);
             return Code(ErrorCode::Success);
-        case SetNativeDigits:
-        case SetNativeDigitsToo:
+        case MENSURA_SET_NATIVE_DIGITS:
+        case MENSURA_SET_NATIVE_DIGITS_TOO:
             return Code(formatter->SetNativeDigits(text));
-        case GetNegativeSign:
+        case MENSURA_GET_NEGATIVE_SIGN:
             formatter->GetNegativeSign(text, size);
             return Code(ErrorCode::Success);
-        case SetNegativeSign:
+        case MENSURA_SET_NEGATIVE_SIGN:
             formatter->SetNegativeSign(text);
             return Code(ErrorCode::Success);
-        case GetDecimalDigits:
+        case MENSURA_GET_DECIMAL_DIGITS:
             *number = formatter->GetNumberDecimalDigits();
             return Code(ErrorCode::Success);
-        case SetDecimalDigits:
+        case MENSURA_SET_DECIMAL_DIGITS:
             return Code(formatter->SetNumberDecimalDigits(*number));
-        case GetDecimalSeparator:
+        case MENSURA_GET_DECIMAL_SEPARATOR:
             formatter->GetNumberDecimalSeparator(text, size);
             return Code(ErrorCode::Success);
-        case SetDecimalSeparator:
+        case MENSURA_SET_DECIMAL_SEPARATOR:
             return Code(formatter->SetNumberDecimalSeparator(text));
-        case GetNumber:
+        case MENSURA_GET_NUMBER_FORMAT:
             *number = static_cast<std::int32_t>(formatter->GetNumber());
             return Code(ErrorCode::Success);
-        case SetNumber:
+        case MENSURA_SET_NUMBER_FORMAT:
             formatter->SetNumber(static_cast<NumberFormat>(*number));
             return Code(ErrorCode::Success);
-        case GetGroupSeparator:
+        case MENSURA_GET_GROUP_SEPARATOR:
             formatter->GetNumberGroupSeparator(text, size);
             return Code(ErrorCode::Success);
-        case SetGroupSeparator:
+        case MENSURA_SET_GROUP_SEPARATOR:
             return Code(formatter->SetNumberGroupSeparator(text));
-        case GetGroupSizes:
+        case MENSURA_GET_GROUP_SIZES:
             // size 0 asks for the count; any other size receives all the sizes.
             if (size == 0) {
                 *static_cast<std::uint64_t*>(data) = formatter->GetNumberGroupSizes(nullptr);
@@ -206,15 +213,15 @@ int ApplyNumberSetting(MensuraFormatter* formatter, int selector, void* data, si
                 formatter->GetNumberGroupSizes(number);
             }
             return Code(ErrorCode::Success);
-        case SetGroupSizes:
+        case MENSURA_SET_GROUP_SIZES:
             if (size > static_cast<size_t>(std::numeric_limits<int>::max())) {
                 return Code(ErrorCode::Failure);
             }
             return Code(formatter->SetNumberGroupSizes(number, static_cast<int>(size)));
-        case GetPositiveSign:
+        case MENSURA_GET_POSITIVE_SIGN:
             formatter->GetPositiveSign(text, size);
             return Code(ErrorCode::Success);
-        case SetPositiveSign:
+        case MENSURA_SET_POSITIVE_SIGN:
             formatter->SetPositiveSign(text);
             return Code(ErrorCode::Success);
     }
@@ -225,13 +232,13 @@ int ApplySymbolStringSetting(MensuraFormatter* formatter, int selector, int symb
                              MensuraChar16* data, size_t size) {
     if (formatter == nullptr || data == nullptr) return Code(ErrorCode::Failure);
     switch (selector) {
-        case GetFormattingString:
+        case MENSURA_GET_FORMATTING_STRING:
             return Code(formatter->GetSymbolFormattingString(symbol, data, size));
-        case SetFormattingString:
+        case MENSURA_SET_FORMATTING_STRING:
             return Code(formatter->SetSymbolFormattingString(symbol, data));
-        case GetParsingString:
+        case MENSURA_GET_PARSING_STRING:
             return Code(formatter->GetSymbolParsingString(symbol, data, size));
-        case SetParsingString:
+        case MENSURA_SET_PARSING_STRING:
             return Code(formatter->SetSymbolParsingString(symbol, data));
     }
     return Code(ErrorCode::Failure);

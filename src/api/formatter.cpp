@@ -125,6 +125,10 @@ bool Formatter::GetEverydayReading() const {
     return m_impl->GetEverydayReading();
 }
 
+ParseReport Formatter::ExplainParse(const char16_t* text, int unit) const {
+    return m_impl->Explain(text, unit);
+}
+
 ErrorCode Formatter::Parse(const char16_t* text, double& value, const int (&dimensions)[7],
                            int group) const {
     Dimensions dims;

@@ -7,6 +7,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <map>
+#include <vector>
 
 #include "base/dimensions.h"
 #include "mensura/mensura.hpp"
@@ -16,6 +17,7 @@
 namespace Mensura {
 
 class EverydayVocabulary;
+class IParseSymbol;
 class SymbolList;
 
 class FormatterImpl {
@@ -89,15 +91,32 @@ public:
     bool GetEverydayReading() const { return everydayReading; }
     void SetEverydayReading(bool on) { everydayReading = on; }
 
+    // Parses as ParseInUnit does and says why: the fields of ParseReport.
+    ParseReport Explain(const char16_t* text, int unit) const;
+
+    // What a scan saw, for a report: each number, key or mark with where it
+    // stands in the text, and where the scan stopped when it failed.
+    struct ScanTrace {
+        struct Token {
+            std::size_t start;
+            std::size_t length;
+            const IParseSymbol* symbol;  // null for a number
+        };
+        std::vector<Token> tokens;
+        std::size_t failedAt = static_cast<std::size_t>(-1);
+    };
+
 private:
     // One reading of the whole text: the catalogue's (everyday null), the
     // catalogue's with everyday meanings, or with the everyday forms too.
     ErrorCode ReadText(const char16_t* text, double& value, const Dimensions& dimensions, int group,
-                       const EverydayVocabulary* everyday, bool forms) const;
+                       const EverydayVocabulary* everyday, bool forms,
+                       ScanTrace* trace = nullptr) const;
     // Lays the text out from cursor into the list. ParseFailure at a place
-    // that holds no number and no key.
-    ErrorCode Scan(const char16_t* cursor, SymbolList& list, const EverydayVocabulary* everyday,
-                   bool forms) const;
+    // that holds no number and no key. A trace, when given, is told of every
+    // element and of that place.
+    ErrorCode Scan(const char16_t* text, const char16_t* cursor, SymbolList& list,
+                   const EverydayVocabulary* everyday, bool forms, ScanTrace* trace) const;
 
     SymbolStrings symbolStrings;
     std::map<int, int> defaultSymbols;  // unit type id to symbol id

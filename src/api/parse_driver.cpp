@@ -84,7 +84,8 @@ ErrorCode FormatterImpl::ParseToBase(const char16_t* text, double& value,
 }
 
 ErrorCode FormatterImpl::ReadText(const char16_t* text, double& value, const Dimensions& dimensions,
-                                  int group, const EverydayVocabulary* everyday, bool forms) const {
+                                  int group, const EverydayVocabulary* everyday, bool forms,
+                                  ScanTrace* trace) const {
     const UnitCatalog& catalog = UnitCatalog::Instance();
     SymbolList list;
     const char16_t* cursor = text;
@@ -97,6 +98,10 @@ ErrorCode FormatterImpl::ReadText(const char16_t* text, double& value, const Dim
         const Result scanned = numbers.ScanNumber(cursor, &number, &flags, commonSigns);
         if (!scanned.Ok()) break;
         list.PushBackNew<NumberSymbol>(number, flags);
+        if (trace != nullptr) {
+            trace->tokens.push_back(
+                {static_cast<std::size_t>(cursor - text), scanned.length, nullptr});
+        }
         cursor += scanned.length;
     }
 
@@ -107,7 +112,9 @@ ErrorCode FormatterImpl::ReadText(const char16_t* text, double& value, const Dim
         if (custom != ErrorCode::Failure) return custom;
     }
 
-    if (Scan(cursor, list, everyday, forms) != ErrorCode::Success) return ErrorCode::ParseFailure;
+    if (Scan(text, cursor, list, everyday, forms, trace) != ErrorCode::Success) {
+        return ErrorCode::ParseFailure;
+    }
 
     if (forms) {
         const EverydayVocabulary::Operators& marks = everyday->Marks();
@@ -132,8 +139,14 @@ ErrorCode FormatterImpl::ReadText(const char16_t* text, double& value, const Dim
     return ReadResult(list, value, dimensions);
 }
 
-ErrorCode FormatterImpl::Scan(const char16_t* cursor, SymbolList& list,
-                              const EverydayVocabulary* everyday, bool forms) const {
+ErrorCode FormatterImpl::Scan(const char16_t* text, const char16_t* cursor, SymbolList& list,
+                              const EverydayVocabulary* everyday, bool forms,
+                              ScanTrace* trace) const {
+    auto note = [&](std::size_t length, const IParseSymbol* symbol) {
+        if (trace != nullptr) {
+            trace->tokens.push_back({static_cast<std::size_t>(cursor - text), length, symbol});
+        }
+    };
     const RadixTree<const IParseSymbol*>& dictionary = UnitCatalog::Instance().Dictionary();
     const bool us = localeId == kEnglish;
     // The end of a key that was cut before an exponent: up to there, keys
@@ -146,6 +159,7 @@ ErrorCode FormatterImpl::Scan(const char16_t* cursor, SymbolList& list,
         const Result scanned = numbers.ScanNumber(cursor, &number, &flags, everyday != nullptr);
         if (scanned.Ok()) {
             list.PushBackNew<NumberSymbol>(number, flags);
+            note(scanned.length, nullptr);
             cursor += scanned.length;
             continue;
         }
@@ -159,6 +173,7 @@ ErrorCode FormatterImpl::Scan(const char16_t* cursor, SymbolList& list,
                 list.PushBackNew<NumberSymbol>(fraction->numerator, NumberFlags::IntegerDigits);
                 list.PushBack(marks.division);
                 list.PushBackNew<NumberSymbol>(fraction->denominator, NumberFlags::IntegerDigits);
+                note(1, nullptr);
                 ++cursor;
                 continue;
             }
@@ -177,7 +192,10 @@ ErrorCode FormatterImpl::Scan(const char16_t* cursor, SymbolList& list,
                 matched = longer;
             }
         }
-        if (symbol == nullptr) return ErrorCode::ParseFailure;
+        if (symbol == nullptr) {
+            if (trace != nullptr) trace->failedAt = static_cast<std::size_t>(cursor - text);
+            return ErrorCode::ParseFailure;
+        }
         if (!fenced && MayStartExponent(cursor[matched])) {
             if (const std::size_t cut = CutBeforeExponent(cursor, matched, dictionary)) {
                 fence = cursor + cut;
@@ -186,6 +204,7 @@ ErrorCode FormatterImpl::Scan(const char16_t* cursor, SymbolList& list,
         }
         if (everyday != nullptr) symbol = everyday->Substitute(symbol, us);
         list.PushBack(symbol);
+        note(matched, symbol);
         cursor += matched;
     }
     return ErrorCode::Success;

@@ -1,0 +1,130 @@
+// The parse report: a parse as Parse does it, then, only for the caller who
+// asks, the work that finds why a text did not read and where.
+#include <algorithm>
+
+#include "api/formatter_impl.h"
+#include "catalogue/everyday.h"
+#include "catalogue/unit_catalog.h"
+#include "grammar/parse_symbol.h"
+
+namespace Mensura {
+
+namespace {
+
+constexpr std::size_t kNowhere = static_cast<std::size_t>(-1);
+
+// The characters that end a run of text: the blank, the operators and the
+// marks of the notations. Letters and digits run on.
+bool EndsRun(char16_t unit) {
+    constexpr std::u16string_view kEnds =
+        u" /·()（）^*⋅×²³°\u2032\u0027\u02B9\u2019\u02BC\u2018\u2033\u0022\u02BA\u201D\u201C"
+        u"\u2010\u2012\u2013\u2014\u2015\u002D\u2043";
+    return kEnds.find(unit) != std::u16string_view::npos;
+}
+
+bool IsUnit(const IParseSymbol* symbol) {
+    return symbol != nullptr &&
+           (symbol->Kind() == ParseKind::Operand || symbol->Kind() == ParseKind::Linear);
+}
+
+void Fill(ParseReport& report, const Dimensions& dimensions, int group) {
+    std::copy(dimensions.begin(), dimensions.end(), report.dimensions);
+    report.group = group;
+}
+
+}  // namespace
+
+ParseReport FormatterImpl::Explain(const char16_t* text, int unit) const {
+    ParseReport report;
+    double value = 0.0;
+    report.code = ParseInUnit(text, value, unit);
+    const UnitTable& units = UnitTable::Instance();
+    const UnitConverter* converter = units.FindConverter(unit);
+    if (converter == nullptr) {
+        report.reason = ParseReport::UnknownUnit;
+        return report;
+    }
+    if (text == nullptr || *text == 0) {
+        report.reason = ParseReport::EmptyText;
+        return report;
+    }
+    const Dimensions& target = converter->GetDimensions();
+    const int group = unit & static_cast<int>(UnitId::GroupMask);
+
+    // The scan of the reading that decides: the everyday one takes more keys.
+    ScanTrace trace;
+    double ignored = 0.0;
+    const EverydayVocabulary* everyday =
+        everydayReading ? &EverydayVocabulary::Instance() : nullptr;
+    ReadText(text, ignored, target, group, everyday, everydayReading, &trace);
+
+    if (report.code == ErrorCode::Success) {
+        report.reason = ParseReport::Read;
+        report.value = value;
+        Fill(report, target, group);
+        // A symbol that the catalogue's reading took in a sense that a reader
+        // may not mean.
+        if (!everydayReading) {
+            const EverydayVocabulary& list = EverydayVocabulary::Instance();
+            const bool us = localeId == kEnglish;
+            for (const ScanTrace::Token& token : trace.tokens) {
+                if (token.symbol != nullptr && list.Substitute(token.symbol, us) != token.symbol) {
+                    report.note = true;
+                    report.noteStart = token.start;
+                    report.noteLength = token.length;
+                    break;
+                }
+            }
+        }
+        return report;
+    }
+
+    // The first place where the text stops being numbers, keys and marks: a
+    // place no key reads, or two units, or a unit and a number, run together
+    // ("ftm", "km3"), which the grammar never reads.
+    std::size_t culprit = trace.failedAt;
+    for (std::size_t i = 0; i + 1 < trace.tokens.size(); ++i) {
+        const ScanTrace::Token& here = trace.tokens[i];
+        const ScanTrace::Token& next = trace.tokens[i + 1];
+        if (here.start >= culprit) break;
+        if (IsUnit(here.symbol) && next.start == here.start + here.length &&
+            (next.symbol == nullptr || IsUnit(next.symbol))) {
+            culprit = here.start;
+            break;
+        }
+    }
+    if (culprit != kNowhere) {
+        // The whole run of letters and digits around that place, without a
+        // number that leads it.
+        std::size_t start = culprit;
+        while (start > 0 && !EndsRun(text[start - 1])) --start;
+        std::size_t end = culprit;
+        while (text[end] != 0 && !EndsRun(text[end])) ++end;
+        double number = 0.0;
+        const Result leading = numbers.ScanNumber(text + start, &number, nullptr, everydayReading);
+        if (leading.Ok() && start + leading.length <= culprit) start += leading.length;
+        report.reason = ParseReport::UnknownText;
+        report.start = start;
+        report.length = std::max<std::size_t>(end - start, 1);
+        return report;
+    }
+
+    // A text that reads, only not as this kind of quantity: the first group
+    // of other dimensions that takes it. Pure numbers come last, since angles
+    // share their exponents: "5′6″" is first a length, "N 45°30′ E" an angle.
+    const std::size_t count = units.GroupCount();
+    for (std::size_t step = 0; step < count; ++step) {
+        const int other = UnitId::Make(static_cast<int>(step + 1 < count ? step + 2 : 1), 0);
+        const UnitConverter* first = units.FindConverter(other | 1);
+        if (first == nullptr || SameDimensions(first->GetDimensions(), target)) continue;
+        if (ParseToBase(text, ignored, first->GetDimensions(), other) == ErrorCode::Success) {
+            report.reason = ParseReport::OtherQuantity;
+            Fill(report, first->GetDimensions(), other);
+            return report;
+        }
+    }
+    report.reason = ParseReport::NoSingleValue;
+    return report;
+}
+
+}  // namespace Mensura
