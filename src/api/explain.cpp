@@ -13,11 +13,12 @@ namespace {
 
 constexpr std::size_t kNowhere = static_cast<std::size_t>(-1);
 
-// The characters that end a run of text: the blank, the operators and the
-// marks of the notations. Letters and digits run on.
+// The characters that end a run of text: spaces, the operators and the marks
+// of the notations. Letters and digits run on.
 bool EndsRun(char16_t unit) {
     constexpr std::u16string_view kEnds =
-        u" /·()（）^*⋅×²³°\u2032\u0027\u02B9\u2019\u02BC\u2018\u2033\u0022\u02BA\u201D\u201C"
+        u" \t\u00A0\u2009\u202F\u3000/"
+        u"·()（）^*⋅×²³°\u2032\u0027\u02B9\u2019\u02BC\u2018\u2033\u0022\u02BA\u201D\u201C"
         u"\u2010\u2012\u2013\u2014\u2015\u002D\u2043";
     return kEnds.find(unit) != std::u16string_view::npos;
 }
@@ -83,29 +84,43 @@ ParseReport FormatterImpl::Explain(const char16_t* text, int unit) const {
     // place no key reads, or two units, or a unit and a number, run together
     // ("ftm", "km3"), which the grammar never reads.
     std::size_t culprit = trace.failedAt;
+    std::size_t chainEnd = 0;  // where units and numbers run together, their end
     for (std::size_t i = 0; i + 1 < trace.tokens.size(); ++i) {
         const ScanTrace::Token& here = trace.tokens[i];
-        const ScanTrace::Token& next = trace.tokens[i + 1];
         if (here.start >= culprit) break;
-        if (IsUnit(here.symbol) && next.start == here.start + here.length &&
-            (next.symbol == nullptr || IsUnit(next.symbol))) {
+        const auto glued = [&](std::size_t k) {
+            const ScanTrace::Token& next = trace.tokens[k];
+            const ScanTrace::Token& last = trace.tokens[k - 1];
+            return next.start == last.start + last.length &&
+                   (next.symbol == nullptr || IsUnit(next.symbol));
+        };
+        if (IsUnit(here.symbol) && glued(i + 1)) {
             culprit = here.start;
+            std::size_t k = i + 1;
+            while (k + 1 < trace.tokens.size() && glued(k + 1)) ++k;
+            chainEnd = trace.tokens[k].start + trace.tokens[k].length;
             break;
         }
     }
     if (culprit != kNowhere) {
-        // The whole run of letters and digits around that place, without a
-        // number that leads it.
         std::size_t start = culprit;
-        while (start > 0 && !EndsRun(text[start - 1])) --start;
-        std::size_t end = culprit;
-        while (text[end] != 0 && !EndsRun(text[end])) ++end;
-        double number = 0.0;
-        const Result leading = numbers.ScanNumber(text + start, &number, nullptr, everydayReading);
-        if (leading.Ok() && start + leading.length <= culprit) start += leading.length;
+        std::size_t end = std::max(culprit, chainEnd);
+        if (EndsRun(text[culprit])) {
+            // A space or mark that no key reads is its own span.
+            end = culprit + 1;
+        } else {
+            // The whole run of letters and digits around that place, without
+            // a number that leads it.
+            while (start > 0 && !EndsRun(text[start - 1])) --start;
+            while (text[end] != 0 && !EndsRun(text[end])) ++end;
+            double number = 0.0;
+            const Result leading =
+                numbers.ScanNumber(text + start, &number, nullptr, everydayReading);
+            if (leading.Ok() && start + leading.length <= culprit) start += leading.length;
+        }
         report.reason = ParseReport::UnknownText;
         report.start = start;
-        report.length = std::max<std::size_t>(end - start, 1);
+        report.length = end - start;
         return report;
     }
 

@@ -34,6 +34,9 @@ int main(void) {
     const MensuraChar16 slash[2] = {'/', 0};
     const MensuraChar16 empty[1] = {0};
     const MensuraChar16 kilojoules[5] = {'5', ' ', 'k', 'J', 0};
+    const MensuraChar16 feets[8] = {'5', ' ', 'f', 'e', 'e', 't', 's', 0};
+    MensuraParseReport report;
+    int dimensions[7] = {0, 0, 0, 0, 0, 0, 0};
     int reading = -1;
     double joules = -1.0;
     int unit = 0;
@@ -92,6 +95,17 @@ int main(void) {
           "\"5 kJ\" reads with the everyday reading");
     check(FormatterReadingSetting(formatter, 1, NULL) == 1, "a null value is refused");
     check(FormatterReadingSetting(formatter, 9, &reading) == 1, "selector 9 does not exist");
+    memset(&report, 0, sizeof report);
+    report.size = sizeof report;
+    check(ExplainParse(formatter, feets, 0x2001, &report) == MENSURA_PARSE_FAILURE &&
+              report.reason == MENSURA_UNKNOWN_TEXT && report.start == 2 && report.length == 5,
+          "\"5 feets\" is explained by the span of \"feets\"");
+    report.size = sizeof report - 1;
+    check(ExplainParse(formatter, feets, 0x2001, &report) == MENSURA_FAILURE,
+          "a report that is too small is refused");
+    check(GetUnitDimensions(0x17001, dimensions) == MENSURA_SUCCESS && dimensions[0] == 1 &&
+              dimensions[1] == 1 && dimensions[2] == -2 && dimensions[3] == 0,
+          "the newton is length times mass per time squared");
     DestroyFormatter(formatter);
     DestroyFormatter(NULL);
 
