@@ -35,8 +35,10 @@ const char* const kShowHelp =
     "Simplified Chinese. Units are named as for convert, --catalogue-meanings\n"
     "included.\n"
     "\n"
-    "The dimensions are found by asking the parser which product of kg, m, s, A,\n"
-    "K, mol and cd reads as the unit; angles and other ratios have none.\n"
+    "The dimensions are the library's exponents of length (L), mass (M), time\n"
+    "(T), electric current (I), temperature (Θ), amount of substance (N) and\n"
+    "luminous intensity (J), with the same product of base units beside them;\n"
+    "angles and other ratios have none (1).\n"
     "\n"
     "examples:\n"
     "  mensura show ft\n"
@@ -135,9 +137,9 @@ struct Factor {
     double step = 0.0;      // the size of 1 of the unit in the reference, likewise
 };
 
-Factor FactorOf(int unit, const Exponents* exponents) {
+Factor FactorOf(int unit) {
     Factor result;
-    result.reference = exponents != nullptr ? CoherentUnit(GroupOf(unit), *exponents) : 0;
+    result.reference = CoherentUnit(GroupOf(unit));
     result.coherent = result.reference != 0;
     if (!result.coherent) result.reference = GroupOf(unit) | 1;
     result.factor = Converter::Factor(unit, result.reference);
@@ -168,13 +170,13 @@ std::string FactorText(int unit, const Factor& factor, bool exact) {
 
 int ShowUnit(int unit, bool json, bool exact) {
     Exponents exponents{};
-    const bool derived = DeriveDimensions(unit, exponents);
-    const Factor factor = FactorOf(unit, derived ? &exponents : nullptr);
+    const bool known = DimensionsOf(unit, exponents);
+    const Factor factor = FactorOf(unit);
     const int group = GroupOf(unit);
     const std::vector<int> symbols = UnitSymbols(unit);
     if (json) {
         std::string dimensions = "null";
-        if (derived) {
+        if (known) {
             std::vector<std::string> parts;
             for (std::size_t i = 0; i < exponents.size(); ++i) {
                 parts.push_back(JsonString(kDimensionKeys[i]) + ":" + std::to_string(exponents[i]));
@@ -188,7 +190,7 @@ int ShowUnit(int unit, bool json, bool exact) {
         PrintLine("{" + JsonId(unit) + ",\"name\":" + JsonNames(unit) + ",\"group\":{" +
                   JsonId(group) + ",\"name\":" + JsonNames(group) +
                   "},\"dimensions\":" + dimensions +
-                  ",\"base_units\":" + (derived ? JsonString(BaseUnitsText(exponents)) : "null") +
+                  ",\"base_units\":" + (known ? JsonString(BaseUnitsText(exponents)) : "null") +
                   ",\"factor\":{\"reference\":" + std::to_string(factor.reference) +
                   ",\"coherent\":" + (factor.coherent ? "true" : "false") +
                   ",\"value\":" + (factor.factor != 0.0 ? JsonNumber(factor.factor) : "null") +
@@ -201,8 +203,8 @@ int ShowUnit(int unit, bool json, bool exact) {
     PrintLine("  group       " + HexId(group) + " " + Name(kEnglish, group) + " (" +
               Name(kChinese, group) + ")");
     PrintLine("  dimensions  " +
-              (derived ? DimensionsText(exponents) + " (" + BaseUnitsText(exponents) + ")"
-                       : std::string("not found")));
+              (known ? DimensionsText(exponents) + " (" + BaseUnitsText(exponents) + ")"
+                     : std::string("unknown")));
     PrintLine("  factor      " + FactorText(unit, factor, exact));
     const std::size_t english = WidestName(symbols, kEnglish);
     std::string label = "  symbols     ";

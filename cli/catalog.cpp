@@ -1,8 +1,5 @@
 // Ids, names, and units, groups and symbols named on the command line.
 #include <cmath>
-#include <map>
-#include <optional>
-#include <utility>
 
 #include "catalog.h"
 #include "text.h"
@@ -126,20 +123,10 @@ std::vector<int> UnitsReadingAsOne(const std::u16string& text, Reading reading) 
     return found;
 }
 
-// Whether some unit type reads "1 TEXT".
-bool ReadsAsAUnit(const std::u16string& text, Reading reading) {
-    const Formatter& reader = Reader(reading);
-    const std::u16string one = u"1 " + text;
-    for (int unit : AllUnitTypes()) {
-        double value = 0.0;
-        if (reader.Parse(one.c_str(), value, unit) == ErrorCode::Success) return true;
-    }
-    return false;
-}
-
 bool SameDimensions(int a, int b) {
-    double out = 0.0;
-    return Converter::Convert(1.0, a, out, b) == ErrorCode::Success;
+    Exponents first{};
+    Exponents second{};
+    return DimensionsOf(a, first) && DimensionsOf(b, second) && first == second;
 }
 
 // A unit type by id; a complete symbol id names its unit type.
@@ -271,111 +258,6 @@ bool ResolveSymbol(std::string_view text, int unit, int locale, bool complete, R
     }
     symbol = named;
     return true;
-}
-
-namespace {
-
-// The characters at which a word falls into the pieces that may be units:
-// digits, separators, the operators of the unit arithmetic and the marks of
-// feet and inches, degrees and bearings; in the everyday reading also its
-// signs, product signs and vulgar fractions.
-bool SplitsPieces(char16_t c, Reading reading) {
-    static const std::u16string_view kMarks = u"0123456789.,+-/*^()'\"·²³′″°–—‐‒―⁃ʹʺ’‘”“ʼ（）";
-    static const std::u16string_view kEverydayMarks = u"−⋅×½⅓⅔¼¾⅕⅖⅗⅘⅙⅚⅐⅛⅜⅝⅞⅑⅒";
-    return kMarks.find(c) != std::u16string_view::npos ||
-           (reading == Reading::Everyday && kEverydayMarks.find(c) != std::u16string_view::npos);
-}
-
-// A letter of some script, not a mark or an ASCII sign.
-bool HasLetter(std::u16string_view text, Reading reading) {
-    for (char16_t c : text) {
-        if (((c | 0x20) >= u'a' && (c | 0x20) <= u'z') ||
-            (c >= 0x80 && !SplitsPieces(c, reading))) {
-            return true;
-        }
-    }
-    return false;
-}
-
-bool IsKnown(const std::u16string& text, Reading reading) {
-    // A column of measurements repeats its words: each is looked up once.
-    static std::map<std::pair<Reading, std::u16string>, bool> known;
-    const auto found = known.find({reading, text});
-    if (found != known.end()) return found->second;
-    int unit = 0;
-    const bool result = Formatter::FindUnit(text.c_str(), unit) == ErrorCode::Success ||
-                        ReadsAsAUnit(text, reading);
-    known.emplace(std::make_pair(reading, text), result);
-    return result;
-}
-
-// The first piece of word that no unit reads, if any: the whole word, or else
-// the first of its pieces between digits and marks.
-std::optional<std::u16string> UnknownPart(const std::u16string& word, Reading reading) {
-    if (!HasLetter(word, reading) || IsKnown(word, reading)) return std::nullopt;
-    std::size_t i = 0;
-    while (i < word.size()) {
-        while (i < word.size() && SplitsPieces(word[i], reading)) ++i;
-        const std::size_t start = i;
-        while (i < word.size() && !SplitsPieces(word[i], reading)) ++i;
-        const std::u16string piece = word.substr(start, i - start);
-        if (HasLetter(piece, reading) && !IsKnown(piece, reading)) return piece;
-    }
-    return std::nullopt;
-}
-
-// word without the number that begins it: "5ft" is "ft", "1/2″" is "″"; in
-// the everyday reading "−5ft" and "6½in" too.
-std::u16string_view AfterNumber(std::u16string_view word, Reading reading) {
-    const std::u16string_view kNumber =
-        reading == Reading::Everyday ? u"0123456789.,+-/−½⅓⅔¼¾⅕⅖⅗⅘⅙⅚⅐⅛⅜⅝⅞⅑⅒" : u"0123456789.,+-/";
-    const std::size_t start = word.find_first_not_of(kNumber);
-    return start == std::u16string_view::npos ? std::u16string_view() : word.substr(start);
-}
-
-}  // namespace
-
-std::string ExplainParseFailure(const Formatter& formatter, std::string_view text, int unit) {
-    const std::string_view trimmed = Trim(text);
-    if (trimmed.empty()) return "the text is empty";
-    std::u16string wide;
-    if (!Utf8ToUtf16(trimmed, wide)) return "it is not valid UTF-8";
-
-    // A word that no unit reads. A key may span words ("degree Celsius"),
-    // and so may an everyday word ("degrees Celsius", "fl oz").
-    const Reading reading = formatter.GetEverydayReading() ? Reading::Everyday : Reading::Catalogue;
-    std::vector<std::u16string> words;
-    for (std::string_view word : SplitWords(trimmed)) {
-        std::u16string piece;
-        Utf8ToUtf16(word, piece);
-        words.push_back(std::move(piece));
-    }
-    for (std::size_t i = 0; i < words.size();) {
-        std::u16string phrase(AfterNumber(words[i], reading));
-        std::size_t taken = 1;
-        for (std::size_t k = 1; k < 4 && i + k < words.size(); ++k) {
-            phrase += u' ';
-            phrase += words[i + k];
-            if (IsKnown(phrase, reading)) taken = k + 1;
-        }
-        if (taken == 1) {
-            if (const auto unknown =
-                    UnknownPart(std::u16string(AfterNumber(words[i], reading)), reading)) {
-                return "'" + Utf16ToUtf8(*unknown) + "' is not a known unit";
-            }
-        }
-        i += taken;
-    }
-
-    // Every word is known: the text may measure another quantity.
-    for (int group : Groups()) {
-        if (group == GroupOf(unit)) continue;
-        double value = 0.0;
-        if (formatter.Parse(wide.c_str(), value, group | 1) == ErrorCode::Success) {
-            return "it reads as " + Quantity(group) + ", not as " + Quantity(GroupOf(unit));
-        }
-    }
-    return "its numbers, units and marks do not make one value";
 }
 
 }  // namespace MensuraCli

@@ -1,6 +1,6 @@
 // What the mensura tool knows of the catalogue, all of it asked of the public
 // API: ids and names, units, groups and symbols named on the command line,
-// why a text did not read, and the dimensions of a unit.
+// and the dimensions of a unit.
 #ifndef MENSURA_CLI_CATALOG_H
 #define MENSURA_CLI_CATALOG_H
 
@@ -79,26 +79,21 @@ bool ResolveGroup(std::string_view text, int& group, std::string& problem);
 bool ResolveSymbol(std::string_view text, int unit, int locale, bool complete, Reading reading,
                    int& symbol, std::string& problem);
 
-// Why `text` does not read as a value of `unit`, in words: "'fleet' is not a
-// known unit", "it reads as a mass", ... A word is known as the formatter
-// reads: with its everyday reading on, "feet" is.
-std::string ExplainParseFailure(const Mensura::Formatter& formatter, std::string_view text,
-                                int unit);
-
 // The exponents of length, mass, time, electric current, temperature, amount
 // of substance and luminous intensity.
 using Exponents = std::array<int, 7>;
-// The library does not tell the exponents of a unit; the tool finds them by
-// asking Parse which product of the seven base units (kg, m, s, A, K, mol,
-// cd) reads as that unit. False when none with small exponents does.
-bool DeriveDimensions(int unit, Exponents& exponents);
+// The exponents of a group, unit type or symbol id, as the library gives
+// them; false for an id it does not know.
+bool DimensionsOf(int id, Exponents& exponents);
 // "L·M·T⁻²", or "1" for none.
 std::string DimensionsText(const Exponents& exponents);
 // "kg·m·s⁻²", or "1" for none.
 std::string BaseUnitsText(const Exponents& exponents);
-// The unit type of a group in which 1 is one of the base-unit product of the
-// exponents; 0 when the group has none.
-int CoherentUnit(int group, const Exponents& exponents);
+// The unit type of a group of which 1 is 1 in base units and 0 is 0: the
+// first one in catalogue order; 0 when the group has none.
+int CoherentUnit(int group);
+// The coherent unit of a group, or else its first unit type.
+int ReferenceUnit(int group);
 
 }  // namespace MensuraCli
 

@@ -22,6 +22,7 @@ int RunParse(const ArgumentList& arguments);
 int RunFormat(const ArgumentList& arguments);
 int RunList(const ArgumentList& arguments);
 int RunShow(const ArgumentList& arguments);
+int RunInteractive(const ArgumentList& arguments);
 
 extern const char* const kToolHelp;
 extern const char* const kConvertHelp;
@@ -29,6 +30,7 @@ extern const char* const kParseHelp;
 extern const char* const kFormatHelp;
 extern const char* const kListHelp;
 extern const char* const kShowHelp;
+extern const char* const kInteractiveHelp;
 
 // Writes line and a line end to standard output.
 void PrintLine(std::string_view line);
@@ -36,10 +38,14 @@ void PrintLine(std::string_view line);
 // and returns kExitUsage.
 int UsageError(std::string_view command, const std::string& problem);
 // Writes the failure of one value to standard error: "mensura: line 2:
-// ParseFailure: message", or as one JSON object. line 0 is no line (a value
-// given as an argument).
+// ParseFailure: message" and, when there is one, the excerpt of the text with
+// its caret line below it; or as one JSON object, without the excerpt. line 0
+// is no line (a value given as an argument).
 void ReportFailure(bool json, long line, std::string_view input, Mensura::ErrorCode code,
-                   const std::string& message);
+                   const std::string& message, const std::string& excerpt = {});
+// Writes a notice on a value that was read to standard error: "mensura: line
+// 2: note: text", or {"line":2,"note":"text"}.
+void ReportNote(bool json, long line, const std::string& note);
 
 }  // namespace MensuraCli
 

@@ -4,15 +4,23 @@
 //
 // Exit status: 0 on success, 1 for a usage error, 2 when some value or text
 // could not be read or converted.
+#include <unistd.h>
+
 #include <cstdio>
 #include <string>
 
 #include "commands.h"
 
+#ifndef MENSURA_VERSION
+#error "MENSURA_VERSION comes from the project's version in cli/CMakeLists.txt"
+#endif
+
 namespace MensuraCli {
 
 const char* const kToolHelp =
     "usage: mensura <command> [arguments] [--json] [--help]\n"
+    "       mensura --version\n"
+    "       mensura                  ask \"You have:\" and \"You want:\" (a terminal)\n"
     "\n"
     "commands:\n"
     "  convert VALUE FROM TO    convert a number from one unit into another\n"
@@ -20,11 +28,16 @@ const char* const kToolHelp =
     "  format VALUE UNIT        render a value with a symbol\n"
     "  list [GROUP]             list the groups, or the unit types of a group\n"
     "  show UNIT                show a unit type: ids, dimensions, factor, symbols\n"
+    "  interactive              ask \"You have:\" for a text and \"You want:\" for a\n"
+    "                           unit, and convert, until the end of input\n"
     "  help [COMMAND]           show this text, or a command's\n"
     "\n"
+    "Started with no command, mensura runs interactive when standard input is a\n"
+    "terminal, and shows this text otherwise. --version prints the version.\n"
+    "\n"
     "convert and parse read one value a line from standard input when the value\n"
-    "is left out. Every command takes --json for output that scripts read, and\n"
-    "--help for its options and examples.\n"
+    "is left out. Every command but interactive takes --json for output that\n"
+    "scripts read, and every one --help for its options and examples.\n"
     "\n"
     "Units are symbols or names (ft, m², 米, \"degree Celsius\") or ids in\n"
     "hexadecimal or decimal (0x2017 is the foot).\n"
@@ -39,6 +52,14 @@ const char* const kToolHelp =
     "that the catalogue lacks is read the everyday way too (feet, kJ). convert,\n"
     "parse, format and show take --catalogue-meanings to read by the catalogue\n"
     "alone. docs/everyday-reading.md has the whole list.\n"
+    "\n"
+    "A text that does not read is reported on standard error with the reason\n"
+    "and the text, a caret under the part to blame:\n"
+    "  mensura: ParseFailure: 'km3' is not a known unit or mark\n"
+    "    1e-9 km3\n"
+    "         ^~~\n"
+    "With --catalogue-meanings, a symbol that the everyday reading takes\n"
+    "otherwise (lb, MB) gets a note on standard error.\n"
     "\n"
     "exit status: 0 success, 1 usage error, 2 some value or text could not be\n"
     "read or converted (each failure is reported on standard error).\n"
@@ -71,6 +92,7 @@ const Command kCommands[] = {
     {"format", MensuraCli::RunFormat, &MensuraCli::kFormatHelp},
     {"list", MensuraCli::RunList, &MensuraCli::kListHelp},
     {"show", MensuraCli::RunShow, &MensuraCli::kShowHelp},
+    {"interactive", MensuraCli::RunInteractive, &MensuraCli::kInteractiveHelp},
 };
 
 const Command* FindCommand(std::string_view name) {
@@ -84,11 +106,18 @@ const Command* FindCommand(std::string_view name) {
 
 int main(int argc, char** argv) {
     if (argc < 2) {
+        if (isatty(STDIN_FILENO)) return MensuraCli::RunInteractive({});
         std::fputs(MensuraCli::kToolHelp, stderr);
         return MensuraCli::kExitUsage;
     }
     const std::string_view name = argv[1];
     const ArgumentList arguments(argv + 2, argv + argc);
+    if (name == "--version") {
+        if (!arguments.empty()) return MensuraCli::UsageError("", "--version takes no arguments");
+        MensuraCli::PrintLine("mensura " MENSURA_VERSION);
+        return MensuraCli::kExitOk;
+    }
+    if (name == "--interactive") return MensuraCli::RunInteractive(arguments);
     if (name == "--help" || name == "-h" || name == "help") {
         if (arguments.empty()) {
             std::fputs(MensuraCli::kToolHelp, stdout);

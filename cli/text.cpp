@@ -64,17 +64,55 @@ std::size_t DecodeOne(std::string_view in, std::size_t i, char32_t& c) {
     return length;
 }
 
-// The wide ranges of East Asian scripts, fullwidth forms and CJK symbols.
+// The wide ranges of East Asian scripts, fullwidth forms, CJK symbols and
+// the pictographs that terminals show two columns wide.
 bool IsWide(char32_t c) {
     return (c >= 0x1100 && c <= 0x115F) || (c >= 0x2E80 && c <= 0x303E) ||
            (c >= 0x3041 && c <= 0x33FF) || (c >= 0x3400 && c <= 0x4DBF) ||
            (c >= 0x4E00 && c <= 0x9FFF) || (c >= 0xA000 && c <= 0xA4CF) ||
            (c >= 0xAC00 && c <= 0xD7A3) || (c >= 0xF900 && c <= 0xFAFF) ||
            (c >= 0xFE30 && c <= 0xFE4F) || (c >= 0xFF00 && c <= 0xFF60) ||
-           (c >= 0xFFE0 && c <= 0xFFE6) || (c >= 0x20000 && c <= 0x3FFFD);
+           (c >= 0xFFE0 && c <= 0xFFE6) || (c >= 0x1F300 && c <= 0x1F64F) ||
+           (c >= 0x1F900 && c <= 0x1F9FF) || (c >= 0x20000 && c <= 0x3FFFD);
+}
+
+// Combining marks and the zero-width characters: they take no column of
+// their own.
+bool IsZeroWidth(char32_t c) {
+    return (c >= 0x0300 && c <= 0x036F) || (c >= 0x1AB0 && c <= 0x1AFF) ||
+           (c >= 0x1DC0 && c <= 0x1DFF) || (c >= 0x200B && c <= 0x200F) ||
+           (c >= 0x20D0 && c <= 0x20FF) || (c >= 0xFE00 && c <= 0xFE0F) ||
+           (c >= 0xFE20 && c <= 0xFE2F) || c == 0xFEFF;
 }
 
 }  // namespace
+
+std::size_t DecodeUtf16(std::u16string_view in, std::size_t i, char32_t& c) {
+    const char16_t unit = in[i];
+    if (unit >= 0xD800 && unit <= 0xDBFF && i + 1 < in.size() && in[i + 1] >= 0xDC00 &&
+        in[i + 1] <= 0xDFFF) {
+        c = 0x10000 + ((static_cast<char32_t>(unit - 0xD800) << 10) |
+                       static_cast<char32_t>(in[i + 1] - 0xDC00));
+        return 2;
+    }
+    c = unit >= 0xD800 && unit <= 0xDFFF ? kReplacement : unit;
+    return 1;
+}
+
+std::size_t FirstInvalidUtf8(std::string_view text) {
+    for (std::size_t i = 0; i < text.size();) {
+        char32_t c = 0;
+        const std::size_t length = DecodeOne(text, i, c);
+        if (length == 0) return i;
+        i += length;
+    }
+    return text.size();
+}
+
+std::size_t CharWidth(char32_t c) {
+    if (IsZeroWidth(c)) return 0;
+    return IsWide(c) ? 2 : 1;
+}
 
 bool Utf8ToUtf16(std::string_view in, std::u16string& out) {
     out.clear();
@@ -114,18 +152,10 @@ std::string ValidUtf8(std::string_view in) {
 std::string Utf16ToUtf8(std::u16string_view in) {
     std::string out;
     out.reserve(in.size());
-    for (std::size_t i = 0; i < in.size(); ++i) {
-        const char16_t unit = in[i];
-        if (unit >= 0xD800 && unit <= 0xDBFF && i + 1 < in.size() && in[i + 1] >= 0xDC00 &&
-            in[i + 1] <= 0xDFFF) {
-            AppendUtf8(out, 0x10000 + ((static_cast<char32_t>(unit - 0xD800) << 10) |
-                                       static_cast<char32_t>(in[i + 1] - 0xDC00)));
-            ++i;
-        } else if (unit >= 0xD800 && unit <= 0xDFFF) {
-            AppendUtf8(out, kReplacement);
-        } else {
-            AppendUtf8(out, unit);
-        }
+    for (std::size_t i = 0; i < in.size();) {
+        char32_t c = 0;
+        i += DecodeUtf16(in, i, c);
+        AppendUtf8(out, c);
     }
     return out;
 }
@@ -135,7 +165,7 @@ std::size_t DisplayWidth(std::string_view utf8) {
     for (std::size_t i = 0; i < utf8.size();) {
         char32_t c = 0;
         const std::size_t length = DecodeOne(utf8, i, c);
-        width += length != 0 && IsWide(c) ? 2 : 1;
+        width += length != 0 ? CharWidth(c) : 1;
         i += length != 0 ? length : 1;
     }
     return width;

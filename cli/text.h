@@ -21,8 +21,18 @@ std::string ValidUtf8(std::string_view text);
 // Encodes UTF-16 as UTF-8; a lone surrogate becomes U+FFFD.
 std::string Utf16ToUtf8(std::u16string_view in);
 
-// The columns a text takes on a terminal: 2 for a wide (East Asian) character,
-// else 1.
+// Decodes the code point that starts at in[i]: its length in units (1 or 2;
+// a lone surrogate is one unit and reads as U+FFFD).
+std::size_t DecodeUtf16(std::u16string_view in, std::size_t i, char32_t& c);
+// The byte offset of the first byte of text that is not part of a UTF-8
+// character, or text.size() when all of it is UTF-8.
+std::size_t FirstInvalidUtf8(std::string_view text);
+
+// The columns a character takes on a terminal: 2 for a wide (East Asian)
+// character, 0 for a combining mark or a zero-width character, else 1.
+std::size_t CharWidth(char32_t c);
+// The columns a text takes on a terminal, character by character as
+// CharWidth counts them; a byte that is no UTF-8 takes 1.
 std::size_t DisplayWidth(std::string_view utf8);
 // text followed by blanks up to `width` columns.
 std::string PadRight(std::string_view utf8, std::size_t width);

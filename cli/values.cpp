@@ -3,10 +3,12 @@
 #include <cstdio>
 #include <functional>
 #include <iostream>
+#include <set>
 
 #include "catalog.h"
 #include "commands.h"
 #include "options.h"
+#include "report.h"
 #include "text.h"
 
 namespace MensuraCli {
@@ -69,6 +71,12 @@ const char* const kParseHelp =
     "fractions (5′6½″, \"1 1/2 in\"), sums of one kind (\"5 ft 6 in\", \"1 h 30\n"
     "min\"; temperatures do not add) and compact bearings (N45-30E, S30W).\n"
     "\n"
+    "A text that does not read is reported on standard error with the reason\n"
+    "and the text, cut to about 60 columns around the fault, with a caret under\n"
+    "the part to blame. With --catalogue-meanings, a symbol read in a catalogue\n"
+    "meaning that the everyday reading changes (lb, MB, tbsp) gets a note on\n"
+    "standard error, once a symbol; the value is read all the same.\n"
+    "\n"
     "options:\n"
     "  --exact                 print the shortest text that reads back as the same double\n"
     "  --json                  one JSON object a result\n"
@@ -104,7 +112,7 @@ int UsageError(std::string_view command, const std::string& problem) {
 }
 
 void ReportFailure(bool json, long line, std::string_view input, ErrorCode code,
-                   const std::string& message) {
+                   const std::string& message, const std::string& excerpt) {
     std::string text;
     if (json) {
         text = "{";
@@ -116,9 +124,26 @@ void ReportFailure(bool json, long line, std::string_view input, ErrorCode code,
         text = "mensura: ";
         if (line > 0) text += "line " + std::to_string(line) + ": ";
         text += std::string(ErrorName(code)) + ": " + message;
+        if (!excerpt.empty()) text += "\n" + excerpt;
     }
     text += '\n';
     // The results before it first, so that a stream of both keeps their order.
+    std::fflush(stdout);
+    std::fwrite(text.data(), 1, text.size(), stderr);
+}
+
+void ReportNote(bool json, long line, const std::string& note) {
+    std::string text;
+    if (json) {
+        text = "{";
+        if (line > 0) text += "\"line\":" + std::to_string(line) + ",";
+        text += "\"note\":" + JsonString(note) + "}";
+    } else {
+        text = "mensura: ";
+        if (line > 0) text += "line " + std::to_string(line) + ": ";
+        text += "note: " + note;
+    }
+    text += '\n';
     std::fflush(stdout);
     std::fwrite(text.data(), 1, text.size(), stderr);
 }
@@ -130,6 +155,9 @@ struct Outcome {
     ErrorCode code = ErrorCode::Success;
     double value = 0.0;
     std::string message;  // on failure
+    std::string excerpt;  // on failure, the text with a caret line under the fault
+    std::string noteKey;  // on success, a symbol that a notice is about
+    std::string note;     // and the notice
 };
 
 using Step = std::function<Outcome(std::string_view input)>;
@@ -156,12 +184,15 @@ int RunValues(const Arguments& arguments, const std::string_view* single, int un
     if (single != nullptr) {
         const Outcome outcome = step(*single);
         if (outcome.code != ErrorCode::Success) {
-            ReportFailure(json, 0, *single, outcome.code, outcome.message);
+            ReportFailure(json, 0, *single, outcome.code, outcome.message, outcome.excerpt);
             return kExitFailed;
         }
+        if (!outcome.note.empty()) ReportNote(json, 0, outcome.note);
         PrintResult(json, exact, 0, *single, unit, outcome.value);
         return kExitOk;
     }
+    // A notice is given once for each symbol, on the first line that has it.
+    std::set<std::string> noted;
     bool failed = false;
     long number = 0;
     std::string line;
@@ -172,9 +203,12 @@ int RunValues(const Arguments& arguments, const std::string_view* single, int un
         if (input.empty()) continue;
         const Outcome outcome = step(input);
         if (outcome.code != ErrorCode::Success) {
-            ReportFailure(json, number, input, outcome.code, outcome.message);
+            ReportFailure(json, number, input, outcome.code, outcome.message, outcome.excerpt);
             failed = true;
             continue;
+        }
+        if (!outcome.note.empty() && noted.insert(outcome.noteKey).second) {
+            ReportNote(json, number, outcome.note);
         }
         PrintResult(json, exact, number, input, unit, outcome.value);
     }
@@ -224,14 +258,14 @@ int RunConvert(const ArgumentList& list) {
         double value = 0.0;
         if (!ReadNumber(input, value)) {
             outcome.code = ErrorCode::ParseFailure;
-            outcome.message = "cannot read '" + ValidUtf8(input) +
+            outcome.message = "cannot read '" + Clipped(ValidUtf8(input)) +
                               "' as a number; convert takes plain numbers, parse reads units";
             return outcome;
         }
         outcome.code = Converter::Convert(value, from, outcome.value, to);
         if (outcome.code != ErrorCode::Success) {
-            outcome.message = "cannot convert " + std::string(input) + " " + Describe(from) +
-                              " into " + Describe(to);
+            outcome.message =
+                "cannot convert " + Clipped(input) + " " + Describe(from) + " into " + Describe(to);
         }
         return outcome;
     };
@@ -260,19 +294,14 @@ int RunParse(const ArgumentList& list) {
     Formatter formatter;
     if (!MakeFormatter(arguments, unit, formatter, problem)) return UsageError("parse", problem);
     const Step step = [&formatter, unit](std::string_view input) {
+        const TextReading reading = ReadText(formatter, input, unit);
         Outcome outcome;
-        std::u16string text;
-        if (!Utf8ToUtf16(input, text)) {
-            outcome.code = ErrorCode::ParseFailure;
-            outcome.message = "cannot read '" + ValidUtf8(input) + "': it is not valid UTF-8";
-            return outcome;
-        }
-        outcome.code = formatter.Parse(text.c_str(), outcome.value, unit);
-        if (outcome.code != ErrorCode::Success) {
-            outcome.message = "cannot read '" + std::string(input) + "' as " +
-                              Quantity(GroupOf(unit)) + ": " +
-                              ExplainParseFailure(formatter, input, unit);
-        }
+        outcome.code = reading.report.code;
+        outcome.value = reading.report.value;
+        outcome.message = reading.message;
+        outcome.excerpt = reading.excerpt;
+        outcome.noteKey = reading.noteKey;
+        outcome.note = reading.note;
         return outcome;
     };
     return RunValues(arguments, positional.size() == 2 ? &positional[0] : nullptr, unit, step);

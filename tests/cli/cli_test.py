@@ -15,6 +15,7 @@ import os
 import re
 import subprocess
 import sys
+import unicodedata
 
 TOOL = ""
 
@@ -70,6 +71,38 @@ def succeed(*arguments, stdin=None):
 def twelve(value):
     """A value as the tool prints it by default: 12 significant digits."""
     return "%.12g" % value
+
+
+def columns(character):
+    """The columns a character takes on a terminal, by Python's Unicode data."""
+    if unicodedata.combining(character) or character in "\u200b\u200c\u200d\ufeff":
+        return 0
+    return 2 if unicodedata.east_asian_width(character) in "WF" else 1
+
+
+def marked_text(err):
+    """The first excerpt of a failure in err: the text shown, and the part of
+    it that stands above the caret and its tildes, found by columns."""
+    lines = err.split("\n")
+    for number, line in enumerate(lines):
+        caret = re.fullmatch(r"( *)\^(~*)", line)
+        if caret is None or number == 0:
+            continue
+        shown = lines[number - 1]
+        if not shown.startswith("  "):
+            raise Failure(f"the excerpt is not indented by two blanks:\n{err}")
+        first = len(caret.group(1)) - 2
+        last = first + 1 + len(caret.group(2))
+        column = 0
+        marked = ""
+        for character in shown[2:]:
+            if first <= column < last or (columns(character) == 0 and marked and column == last):
+                marked += character
+            column += columns(character)
+        if column < last:
+            raise Failure(f"the caret line runs past the text:\n{err}")
+        return shown[2:], marked
+    return None
 
 
 # convert ---------------------------------------------------------------------
@@ -181,24 +214,130 @@ def test_parse_units_of_other_scripts_and_products():
 
 def test_parse_batch_reports_the_failing_line_and_exits_2():
     result = expect(["parse", "m"], "1.524\n0.1524\n", status=2, stdin="5 ft\n5 fleet\n6 in\n")
-    check(result.err == "mensura: line 2: ParseFailure: cannot read '5 fleet' as a length: "
-          "'fleet' is not a known unit\n", "the error of line 2", result)
+    check(result.err == "mensura: line 2: ParseFailure: 'fleet' is not a known unit or mark\n"
+          "  5 fleet\n"
+          "    ^~~~~\n", "the error of line 2", result)
 
 
 def test_parse_explains_failures():
+    # The reason, then the text with the part to blame marked, or the whole
+    # text where the reason is about all of it.
     cases = [
-        (["5 kg", "m"], "cannot read '5 kg' as a length: it reads as a mass, not as a length"),
+        (["5 kg", "m"], "it reads as a mass (Mass), not a length", "5 kg", "5 kg"),
         # A key of two words is no unknown word.
-        (["5 degree Celsius", "m"], "it reads as a temperature, not as a length"),
-        (["5 kg·fleet", "m"], "'fleet' is not a known unit"),
-        (["", "m"], "the text is empty"),
+        (["5 degree Celsius", "m"], "it reads as a temperature (Temperature), not a length",
+         "5 degree Celsius", "5 degree Celsius"),
+        (["5 kg·fleet", "m"], "'fleet' is not a known unit or mark", "5 kg·fleet", "fleet"),
+        (["5 ft 6 in", "kg"], "it reads as a length (Length), not a mass", "5 ft 6 in",
+         "5 ft 6 in"),
     ]
-    for arguments, message in cases:
+    for arguments, message, shown, marked in cases:
         result = expect(["parse", *arguments], "", status=2)
-        check(result.err.startswith("mensura: ParseFailure: ") and message in result.err,
+        check(result.err.startswith(f"mensura: ParseFailure: {message}\n"),
               f"{arguments}: {message!r} expected", result)
-    result = run("parse", b"5 \xff m", "m")
-    check(result.status == 2 and "not valid UTF-8" in result.err, "invalid UTF-8", result)
+        check(marked_text(result.err) == (shown, marked), f"{arguments}: {marked!r} marked",
+              result)
+    # An empty text has nothing to mark.
+    result = expect(["parse", "", "m"], "", status=2)
+    check(result.err == "mensura: ParseFailure: the text is empty\n", "empty", result)
+    # The caret stands under the first byte that is no UTF-8, shown as U+FFFD.
+    result = run("parse", b"5 m\xff m", "m")
+    check(result.status == 2 and result.err.startswith("mensura: ParseFailure: it is not valid "
+                                                        "UTF-8\n"), "invalid UTF-8", result)
+    check(marked_text(result.err) == ("5 m\ufffd m", "\ufffd"), "the stray byte", result)
+
+
+def test_parse_marks_the_unknown_part_with_a_caret():
+    result = expect(["parse", "5 feets", "m"], "", status=2)
+    check(result.err == "mensura: ParseFailure: 'feets' is not a known unit or mark\n"
+          "  5 feets\n"
+          "    ^~~~~\n", "feets", result)
+    # The exponent is the culprit, not the 'e' of the number.
+    result = expect(["parse", "1e-9 km3", "L"], "", status=2)
+    check(result.err == "mensura: ParseFailure: 'km3' is not a known unit or mark\n"
+          "  1e-9 km3\n"
+          "       ^~~\n", "km3", result)
+    # Each failing line of standard input has its own excerpt.
+    result = expect(["parse", "m"], "1\n", status=2, stdin="5 feets\n1 m\n2 mx\n")
+    check(result.err.count("^") == 2 and "line 1: " in result.err and "line 3: " in result.err,
+          "two failures", result)
+    check(marked_text(result.err.split("mensura: line 3")[1]) == ("2 mx", "mx"), "mx", result)
+
+
+def test_parse_caret_counts_columns_not_bytes():
+    # ′ is three bytes of UTF-8 and é two: each is one column.
+    result = expect(["parse", "5′ fooé", "m"], "", status=2)
+    check(result.err == "mensura: ParseFailure: 'fooé' is not a known unit or mark\n"
+          "  5′ fooé\n"
+          "     ^~~~\n", "fooé", result)
+    # A Chinese character takes two columns on a terminal, before the culprit
+    # and inside it.
+    result = expect(["parse", "3 米 feets", "m"], "", status=2)
+    check(result.err.endswith("\n  3 米 feets\n       ^~~~~\n"), "after 米", result)
+    result = expect(["parse", "5 米x", "m"], "", status=2)
+    check(result.err.endswith("\n  5 米x\n    ^~~\n") and
+          marked_text(result.err) == ("5 米x", "米x"), "米x", result)
+    # A character beyond the 16-bit range is two units of the library's span
+    # and one column.
+    result = expect(["parse", "5 m 𝑥y", "m"], "", status=2)
+    check(result.err.endswith("\n  5 m 𝑥y\n      ^~\n") and "'𝑥y'" in result.err, "𝑥y",
+          result)
+    # A combining accent takes no column of its own.
+    result = expect(["parse", "5 m e\u0301x", "m"], "", status=2)
+    check(marked_text(result.err) == ("5 m e\u0301x", "e\u0301x") and
+          result.err.endswith("\n      ^~\n"), "é in two characters", result)
+
+
+def test_failure_messages_of_long_lines_stay_short():
+    # A line of five million letters: the message quotes a few of them.
+    line = "5 m " + "x" * 5_000_000
+    result = expect(["parse", "m"], "", status=2, stdin=line + "\n")
+    check(len(result.err) < 400, "a short message", result.err[:1000])
+    check(result.err.startswith("mensura: line 1: ParseFailure: '" + "x" * 30 + "…' is not a "
+                                "known unit or mark\n"), "the quote is cut", result.err[:1000])
+    shown, marked = marked_text(result.err)
+    check(shown.startswith("5 m x") and shown.endswith("…") and set(marked) == {"x"} and
+          sum(map(columns, shown)) <= 62, "the text is cut after the culprit", result.err[:1000])
+    # A culprit in the middle of a long line: cut at both sides, the caret
+    # still under it.
+    line = "7" * 100_000 + " feets " + "8" * 100_000
+    result = expect(["parse", "m"], "", status=2, stdin=line + "\n")
+    check(len(result.err) < 400, "a short message", result.err[:1000])
+    shown, marked = marked_text(result.err)
+    check(shown.startswith("…7") and shown.endswith("8…") and marked == "feets",
+          "cut at both sides", result.err[:1000])
+    # convert quotes a few characters of a long value too.
+    result = expect(["convert", "ft", "m"], "", status=2, stdin="9" * 10 + "x" * 1_000_000)
+    check(len(result.err) < 400 and "'9999999999xxxx" in result.err, "convert", result.err[:1000])
+
+
+def test_parse_json_failures_carry_the_reason_without_the_excerpt():
+    result = expect(["parse", "--json", "5 feets", "m"], "", status=2)
+    data = json.loads(result.err)
+    check(data == {"input": "5 feets", "error": "ParseFailure",
+                   "message": "'feets' is not a known unit or mark"}, "JSON failure", result)
+
+
+def test_parse_notes_a_catalogue_meaning_that_the_everyday_reading_changes():
+    # The catalogue's lb is the pound (meter) of 0.5 kg; a pound is 0.45359237 kg.
+    note = ("'lb' is read as pound (meter), 0.5 kilogram; the everyday reading (the default) "
+            "takes it as pound, 0.45359237 kilogram")
+    result = expect(["parse", CATALOGUE, "150 lb", "kg"], "75\n")
+    check(result.err == f"mensura: note: {note}\n", "the note", result)
+    # The everyday reading needs no note, nor does a text without such a symbol.
+    succeed("parse", "150 lb", "kg")
+    succeed("parse", CATALOGUE, "5 kg", "lb")
+    # On standard input, once for a symbol, on the first line that has it.
+    result = expect(["parse", CATALOGUE, "kg"], "75\n1\n1\n", stdin="150 lb\n2 lb\n1 kg\n")
+    check(result.err == f"mensura: line 1: note: {note}\n", "one note", result)
+    result = expect(["parse", CATALOGUE, "--json", "150 lb", "kg"],
+                    json.dumps({"input": "150 lb", "value": 75, "text": "75",
+                                "unit": 0x5001}, separators=(",", ":")) + "\n")
+    check(json.loads(result.err) == {"note": note}, "the note as JSON", result)
+    # The catalogue's megabyte is 2^20 bytes of 8 bits, the everyday one 10^6 bytes.
+    result = expect(["parse", CATALOGUE, "1 MB", "byte"], twelve(2 ** 20) + "\n")
+    check(result.err == f"mensura: note: 'MB' is read as megabyte, {2 ** 23} bit; the everyday "
+          f"reading (the default) takes it as {8 * 10 ** 6} bit\n", "MB", result)
 
 
 def test_parse_with_number_settings_and_defaults():
@@ -238,7 +377,8 @@ def test_parse_reads_sums_of_one_kind_unless_asked_otherwise():
     expect(["parse", "1 h 30 min", "min"], "90\n")
     expect(["parse", "-2 lb 3 oz", "0x5017"], twelve(-(2 + 3 / 16)) + "\n")  # 16 oz a pound
     result = expect(["parse", CATALOGUE, "5 ft 6 in", "in"], "", status=2)
-    check("ParseFailure" in result.err and "'5 ft 6 in'" in result.err, "no sums", result)
+    check("ParseFailure" in result.err and marked_text(result.err) == ("5 ft 6 in", "5 ft 6 in"),
+          "no sums", result)
     # Temperatures on a scale never add.
     result = expect(["parse", "20 °C 5 °C", "°C"], "", status=2)
     check("ParseFailure" in result.err, "no sum of temperatures", result)
@@ -290,14 +430,16 @@ def test_parse_everyday_meanings_follow_the_locale():
 
 def test_parse_explains_failures_as_the_reading_knows_words():
     result = expect(["parse", "5 feet", "kg"], "", status=2)
-    check("it reads as a length, not as a mass" in result.err, "feet is known", result)
+    check("it reads as a length (Length), not a mass" in result.err, "feet is known", result)
     result = expect(["parse", "5 fl oz", "m"], "", status=2)
-    check("it reads as a volume, not as a length" in result.err, "a word of two words",
+    check("it reads as a volume (Volume), not a length" in result.err, "a word of two words",
           result)
     result = expect(["parse", "5 ft −6 in", "in"], "", status=2)  # only the first part signs
-    check("is not a known unit" not in result.err, "− is a sign", result)
+    check("its numbers, units and marks do not make one value" in result.err and
+          "is not a known unit" not in result.err, "− is a sign", result)
     result = expect(["parse", CATALOGUE, "5 feet", "kg"], "", status=2)
-    check("'feet' is not a known unit" in result.err, "feet is unknown", result)
+    check("'feet' is not a known unit or mark" in result.err and
+          marked_text(result.err) == ("5 feet", "feet"), "feet is unknown", result)
 
 
 def test_unit_arguments_with_both_readings():
@@ -447,6 +589,23 @@ def test_show_a_unit():
     check(run("show", "英尺").out == result.out, "by its Chinese name")
 
 
+def test_show_takes_dimensions_from_the_library():
+    result = succeed("show", "newton")
+    check("\n  dimensions  L·M·T⁻² (kg·m·s⁻²)\n" in result.out, "newton", result)
+    data = json.loads(succeed("show", "--json", "N").out)
+    check(data["dimensions"] == {"length": 1, "mass": 1, "time": -2, "current": 0,
+                                 "temperature": 0, "amount": 0, "luminous_intensity": 0} and
+          data["base_units"] == "kg·m·s⁻²", "newton as JSON", data)
+    result = succeed("show", "ohm")
+    check("\n  dimensions  L²·M·T⁻³·I⁻² (kg·m²·s⁻³·A⁻²)\n" in result.out, "ohm", result)
+    # An angle is a ratio of lengths: it has none.
+    result = succeed("show", "rad")
+    check("\n  dimensions  1 (1)\n" in result.out, "radian", result)
+    data = json.loads(succeed("show", "--json", "0x2B001").out)  # celsius per minute
+    check(data["dimensions"]["time"] == -1 and data["dimensions"]["temperature"] == 1 and
+          data["base_units"] == "s⁻¹·K", "a temperature rate", data)
+
+
 def test_show_dimensions_and_offsets():
     result = run("show", "N")
     check("dimensions  L·M·T⁻² (kg·m·s⁻²)" in result.out, "newton", result)
@@ -468,7 +627,9 @@ def test_show_dimensions_and_offsets():
 def test_help_for_the_tool_and_every_command():
     tool = succeed("--help")
     check(tool.out == succeed("help").out == succeed("-h").out, "help, --help and -h")
-    for command in ["convert", "parse", "format", "list", "show"]:
+    check("--version" in tool.out and '"You have:"' in tool.out and '"You want:"' in tool.out,
+          "the version and the interactive mode", tool)
+    for command in ["convert", "parse", "format", "list", "show", "interactive"]:
         check(f"\n  {command} " in tool.out, f"{command} in the tool's help", tool)
         for arguments in [[command, "--help"], [command, "-h"], ["help", command]]:
             result = succeed(*arguments)
@@ -481,6 +642,112 @@ def test_help_for_the_tool_and_every_command():
         check("--catalogue-meanings" in result.out, f"{command} names the option", result)
     result = succeed("parse", "--help")
     check("everyday" in result.out and '"5 ft 6 in"' in result.out, "parse's reading", result)
+
+
+def project_version():
+    """The version in the project's CMakeLists.txt, two folders above this file."""
+    root = os.path.dirname(os.path.dirname(os.path.dirname(os.path.abspath(__file__))))
+    with open(os.path.join(root, "CMakeLists.txt"), encoding="utf-8") as cmake:
+        found = re.search(r"project\(Mensura VERSION ([0-9.]+)", cmake.read())
+    check(found is not None, "the version of the project")
+    return found.group(1)
+
+
+def test_version():
+    expect(["--version"], f"mensura {project_version()}\n")
+    result = run("--version", "extra")
+    check(result.status == 1 and result.out == "", "--version takes nothing", result)
+
+
+# interactive -----------------------------------------------------------------
+
+HAVE = "You have: "
+WANT = "You want: "
+
+
+def test_interactive_converts_each_text_into_the_unit_asked_for():
+    result = expect(["interactive"],
+                    f"{HAVE}{WANT}  {twelve(66 * 0.0254)} m\n"
+                    f"{HAVE}{WANT}  {twelve(5 * 12)} in\n"
+                    f"{HAVE}{WANT}  {twelve(150 * 0.45359237)} kg\n"
+                    f"{HAVE}\n",
+                    stdin="5 ft 6 in\nm\n5′\n0x2016\n150 lb\nkg\n")
+    check(result.err == "", "nothing on standard error", result)
+    # --interactive is the same loop.
+    expect(["--interactive"], f"{HAVE}{WANT}  0.3048 m\n{HAVE}\n", stdin="1 ft\nm\n")
+
+
+def test_interactive_without_a_unit_gives_the_coherent_unit():
+    expect(["interactive"],
+           f"{HAVE}{WANT}  3 m\n"
+           f"{HAVE}{WANT}  {twelve(20 + 273.15)} K\n"
+           f"{HAVE}{WANT}  {twelve(1.5 * 3600)} s\n"
+           f"{HAVE}{WANT}  100 Pa\n"
+           f"{HAVE}{WANT}  5\n"  # a bare number stays a number
+           f"{HAVE}\n",
+           stdin="3 米\n\n20 °C\n\n1 h 30 min\n\n1 hPa\n\n5\n\n")
+
+
+def test_interactive_reports_failures_and_asks_again():
+    stdin = "5 feets\n\n5 kg\nm\n5 kg\nfleet\ng\n"
+    result = expect(["interactive"], f"{HAVE}{HAVE}{HAVE}{WANT}{HAVE}{WANT}{WANT}  5000 g\n"
+                    f"{HAVE}\n", stdin=stdin)
+    # A text that does not read is reported at once, a blank line is asked
+    # again, a text of another kind when the unit is known, and a unit that
+    # is not known asks for the unit again.
+    failures = result.err.split("mensura: ")[1:]
+    check(len(failures) == 3, "three failures", result)
+    check(failures[0].startswith("ParseFailure: 'feets' is not a known unit or mark\n") and
+          marked_text(failures[0]) == ("5 feets", "feets"), "feets", result)
+    check(failures[1].startswith("ParseFailure: it reads as a mass (Mass), not a length\n") and
+          marked_text(failures[1]) == ("5 kg", "5 kg"), "kg into m", result)
+    check(failures[2].startswith("'fleet' is not a known unit"), "fleet", result)
+
+
+def test_interactive_ends_cleanly_at_the_end_of_input():
+    expect(["interactive"], f"{HAVE}\n", stdin="")
+    # In the middle of a question too, and without a last line end.
+    expect(["interactive"], f"{HAVE}{WANT}\n", stdin="5 ft\n")
+    expect(["interactive"], f"{HAVE}{WANT}  1.524 m\n{HAVE}\n", stdin="5 ft\nm")
+    result = run("interactive", "5 ft")
+    check(result.status == 1 and "standard input" in result.err, "no arguments", result)
+
+
+def test_interactive_reads_as_asked():
+    result = expect(["interactive", CATALOGUE], f"{HAVE}{WANT}  75 kg\n{HAVE}{WANT}  1 kg\n"
+                    f"{HAVE}\n", stdin="150 lb\nkg\n2 lb\nkg\n")
+    check(result.err.count("\n") == 1 and result.err.startswith("mensura: note: 'lb' is read "
+                                                                 "as pound (meter)"),
+          "one note", result)
+    expect(["interactive", "--locale", "zh"], f"{HAVE}{WANT}  15 mL\n{HAVE}\n",
+           stdin="1 tbsp\nmL\n")
+
+
+def test_no_command_on_a_terminal_starts_the_interactive_loop():
+    import pty
+    import select
+    main, terminal = pty.openpty()
+    process = subprocess.Popen([TOOL], stdin=terminal, stdout=subprocess.PIPE,
+                               stderr=subprocess.PIPE, env=ENVIRONMENT)
+    os.close(terminal)
+    try:
+        # Ctrl-D at the start of a line ends the input of a terminal.
+        os.write(main, "5 ft 6 in\nin\n\x04".encode("utf-8"))
+        out, err = process.communicate(timeout=60)
+    finally:
+        if process.poll() is None:
+            process.kill()
+        # Whatever the terminal echoed.
+        while select.select([main], [], [], 0)[0]:
+            try:
+                if not os.read(main, 4096):
+                    break
+            except OSError:
+                break
+        os.close(main)
+    result = Result(process.returncode, out.decode("utf-8"), err.decode("utf-8"))
+    check(result.status == 0 and result.out == f"{HAVE}{WANT}  66 in\n{HAVE}\n" and
+          result.err == "", "the loop on a terminal", result)
 
 
 def test_usage_errors_exit_1():

@@ -1,0 +1,59 @@
+// What the tool says of a text that it reads into a unit, all of it from the
+// library's parse report: why a text did not read, the text with a caret line
+// under the part to blame, and a notice when a symbol was read with a
+// catalogue meaning that the everyday reading does not give it.
+#ifndef MENSURA_CLI_REPORT_H
+#define MENSURA_CLI_REPORT_H
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+
+#include "mensura/mensura.hpp"
+
+namespace MensuraCli {
+
+// The most columns of a text that CaretLines shows.
+constexpr std::size_t kExcerptColumns = 60;
+
+// utf8 as a message quotes it: whole when it has at most `most` characters,
+// else its first `most` characters and "…"; a tab shows as \t and another
+// control character as \x1B.
+std::string Clipped(std::string_view utf8, std::size_t most = 30);
+
+// The two lines that show where a problem lies in text, as compilers show
+// them: the text indented by two blanks and, beneath it, a caret under the
+// first column of the span and tildes under the rest of it:
+//
+//   1e-9 km3
+//        ^~~
+//
+// start and length count UTF-16 units of text; a length of 0 marks the whole
+// text. Columns are the terminal's: a character is one column, a wide (East
+// Asian) one two, a combining mark none; a control character shows as a
+// blank. A text of more than kExcerptColumns columns is cut around the span,
+// with "…" where it was cut, so that a long line is never copied whole. No
+// line end after the second line; "" for an empty text.
+std::string CaretLines(std::u16string_view text, std::size_t start, std::size_t length);
+
+// What became of one text read into a unit.
+struct TextReading {
+    Mensura::ParseReport report;  // the library's report; code is the result
+    std::string message;          // on failure: why, in words
+    std::string excerpt;          // on failure: CaretLines, or "" when no text is to blame
+    std::string noteKey;          // on success: the symbol read with a catalogue meaning, if any
+    std::string note;             // and what was read, as a one-line notice
+};
+
+// Reads input, UTF-8, as a value of `unit` by the formatter's settings and
+// reading, and says why it did not read:
+//   'feets' is not a known unit or mark
+//   it reads as a mass (Mass), not a length
+//   its numbers, units and marks do not make one value
+//   the text is empty
+//   it is not valid UTF-8
+TextReading ReadText(const Mensura::Formatter& formatter, std::string_view input, int unit);
+
+}  // namespace MensuraCli
+
+#endif  // MENSURA_CLI_REPORT_H
