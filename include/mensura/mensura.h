@@ -110,6 +110,11 @@ MENSURA_API int Convert(double value, int from, double* out, int to);
  * degree Celsius). */
 MENSURA_API double ConversionFactor(int from, int to);
 
+/* Converts count values from `from` into `to`, each bit for bit as Convert
+ * would; out may equal values. 0; 4, with nothing written, for an unknown or
+ * mismatched pair; 1 for a null pointer with a count above 0. */
+MENSURA_API int ConvertArray(const double* values, double* out, size_t count, int from, int to);
+
 /* Writes the seven exponents of a group, unit type or symbol id's dimensions
  * (length, mass, time, electric current, temperature, amount of substance,
  * luminous intensity): the newton gives 1, 1, -2, 0, 0, 0, 0. Returns 0; 1 for
@@ -147,6 +152,13 @@ MENSURA_API int Format(MensuraFormatter* formatter, double value, int unit, Mens
 /* Reads text into a value in `unit`. *value is left alone on failure. */
 MENSURA_API int Parse(MensuraFormatter* formatter, const MensuraChar16* text, double* value,
                       int unit);
+
+/* Reads count texts that stand one after another in `texts`, each ended by a
+ * zero unit, into values in `unit`: a quiet NaN where a text does not read.
+ * When codes is not null, writes each code as Parse gives it. Returns how
+ * many read; 0, with nothing written, for a null formatter, texts or values. */
+MENSURA_API size_t ParseMany(MensuraFormatter* formatter, const MensuraChar16* texts, size_t count,
+                             int unit, double* values, int* codes);
 
 /* Why a text read or did not: filled by ExplainParse. */
 typedef struct MensuraParseReport {

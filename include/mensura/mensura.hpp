@@ -115,6 +115,12 @@ public:
     // The seven exponents of a group, unit type or symbol id (order as in
     // Quantity). Failure, with dimensions left alone, for an unknown id.
     static ErrorCode GetUnitDimensions(int id, int (&dimensions)[7]);
+    // Converts count values from `from` into `to`, each bit for bit as
+    // Convert would; out may be values itself. UnitMismatch, with nothing
+    // written, for an unknown or mismatched pair; Failure for a null pointer
+    // with a count above 0.
+    static ErrorCode ConvertArray(const double* values, double* out, size_t count, int from,
+                                  int to);
 
 private:
     // value is in base units of dimensions; converts it into unit `to`.
@@ -234,6 +240,13 @@ public:
     // Parses as Parse does, with the same code, and says why: see
     // MensuraParseReport in mensura.h. Allocates; Parse itself does not.
     ParseReport ExplainParse(const char16_t* text, int unit) const;
+
+    // Reads count texts that stand one after another in `texts`, each ended
+    // by a zero unit, into values (a quiet NaN where a text does not read)
+    // and, when codes is not null, each code as Parse gives it. Returns how
+    // many read; 0, with nothing written, for null texts or values.
+    size_t ParseMany(const char16_t* texts, size_t count, int unit, double* values,
+                     ErrorCode* codes = nullptr) const;
 
     // The symbol id that renders a unit type when no symbol is asked for: the
     // one set by SetDefaultSymbol, else symbol 1 of the type. 0 for anything

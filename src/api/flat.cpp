@@ -101,6 +101,37 @@ int Format(MensuraFormatter* formatter, double value, int unit, MensuraChar16* b
         [&] { return Code(formatter->Format(value, unit, buffer, size, symbol, converted)); });
 }
 
+int ConvertArray(const double* values, double* out, size_t count, int from, int to) {
+    return Code(Converter::ConvertArray(values, out, count, from, to));
+}
+
+size_t ParseMany(MensuraFormatter* formatter, const MensuraChar16* texts, size_t count, int unit,
+                 double* values, int* codes) {
+    if (formatter == nullptr || texts == nullptr || values == nullptr) return 0;
+    try {
+        if (codes == nullptr) return formatter->ParseMany(texts, count, unit, values);
+        // The codes pass through a small buffer of the C++ type, a run of
+        // texts at a time.
+        constexpr size_t kRun = 256;
+        ErrorCode run[kRun];
+        size_t read = 0;
+        const MensuraChar16* text = texts;
+        for (size_t done = 0; done < count;) {
+            const size_t n = std::min(kRun, count - done);
+            read += formatter->ParseMany(text, n, unit, values + done, run);
+            for (size_t i = 0; i < n; ++i) {
+                codes[done + i] = Code(run[i]);
+                while (*text != 0) ++text;
+                ++text;
+            }
+            done += n;
+        }
+        return read;
+    } catch (...) {
+        return 0;  // out of memory: a parse allocates only for very long texts
+    }
+}
+
 int GetUnitDimensions(int id, int dimensions[7]) {
     if (dimensions == nullptr) return Code(ErrorCode::Failure);
     int exponents[7];

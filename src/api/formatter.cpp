@@ -1,6 +1,8 @@
 // The Formatter class: a handle on its shared state.
 #include <string>
 
+#include <limits>
+
 #include "api/formatter_impl.h"
 #include "catalogue/everyday.h"
 #include "catalogue/unit_catalog.h"
@@ -127,6 +129,23 @@ bool Formatter::GetEverydayReading() const {
 
 ParseReport Formatter::ExplainParse(const char16_t* text, int unit) const {
     return m_impl->Explain(text, unit);
+}
+
+size_t Formatter::ParseMany(const char16_t* texts, size_t count, int unit, double* values,
+                            ErrorCode* codes) const {
+    if (texts == nullptr || values == nullptr) return 0;
+    size_t read = 0;
+    const char16_t* text = texts;
+    for (size_t i = 0; i < count; ++i) {
+        double value = std::numeric_limits<double>::quiet_NaN();
+        const ErrorCode code = m_impl->ParseInUnit(text, value, unit);
+        if (code == ErrorCode::Success) ++read;
+        values[i] = value;
+        if (codes != nullptr) codes[i] = code;
+        while (*text != 0) ++text;
+        ++text;
+    }
+    return read;
 }
 
 ErrorCode Formatter::Parse(const char16_t* text, double& value, const int (&dimensions)[7],

@@ -34,6 +34,8 @@ public:
     const Dimensions& GetDimensions() const { return dimensions; }
     // The size of one unit in base units, whatever the class.
     double GetFactor() const { return factor; }
+    // Whether the unit is a scale with an offset (a LinearConverter).
+    bool HasOffset() const { return hasOffset; }
 
 protected:
     UnitConverter(const Dimensions& dims, double scale, bool offset)
