@@ -125,19 +125,24 @@ def convert(value: Any, from_unit: UnitLike, to_unit: UnitLike) -> Any:
 
     Raises UnitError for an unknown unit or units of different dimensions.
     """
-    f = _unit_cache.get(from_unit) if isinstance(from_unit, str) else None
-    t = _unit_cache.get(to_unit) if isinstance(to_unit, str) else None
+    # The common case first: a float between two units named by text before.
+    f = _unit_cache.get(from_unit) if type(from_unit) is str else None
+    t = _unit_cache.get(to_unit) if type(to_unit) is str else None
     if f is None:
         f = find_unit(from_unit)
     if t is None:
         t = find_unit(to_unit)
-    if _is_array_like(value):
+    if type(value) is not float and _is_array_like(value):
         return _convert_array(value, f, t, from_unit, to_unit)
-    out = ctypes.c_double()
-    code = lib.Convert(value, f, out, t)
-    if code != SUCCESS:
+    out = _c_double()
+    code = _Convert(value, f, out, t)
+    if code:
         _raise_convert(code, from_unit, to_unit)
     return out.value
+
+
+_Convert = lib.Convert
+_c_double = ctypes.c_double
 
 
 def _raise_convert(code: int, from_unit: Any, to_unit: Any) -> None:
