@@ -466,6 +466,7 @@ class Formatter:
     decimal_digits, decimal_separator, group_separator, group_sizes,
     negative_sign, positive_sign, number_format (a NumberFormat value),
     native_digits (ten characters) and everyday (the everyday reading).
+    Give each thread its own Formatter; the module-level parse does so.
 
     >>> f = mensura.Formatter("en", decimal_digits=3)
     >>> f.format(1.6764, "m")
@@ -504,8 +505,11 @@ class Formatter:
     def __del__(self) -> None:
         handle = getattr(self, "_handle", None)
         if handle is not None and handle.value:
-            lib.DestroyFormatter(handle)
             self._handle = None
+            try:
+                lib.DestroyFormatter(handle)
+            except Exception:  # the interpreter is shutting down
+                pass
 
     def __repr__(self) -> str:
         return (f"Formatter(locale={self.locale}, decimal_digits={self.decimal_digits}, "
@@ -661,6 +665,8 @@ class Formatter:
         >>> mensura.Formatter().parse(["1 ft", "2 in"], "in")
         array([12.,  2.])
         """
+        if errors not in ("raise", "nan"):
+            raise ValueError("errors is 'raise' or 'nan'")
         unit_id = find_unit(unit)
         if isinstance(text, str):
             value = ctypes.c_double()

@@ -94,6 +94,8 @@ def test_unknown_target_unit():
         mensura.parse("1 m", "nope")
     with pytest.raises(ValueError):
         mensura.parse(["1 m"], "m", errors="ignore")
+    with pytest.raises(ValueError):
+        mensura.parse("1 m", "m", errors="ignore")
 
 
 def test_parse_error_unknown_text_with_caret():
