@@ -11,6 +11,25 @@ namespace {
 
 constexpr int kNoUnit = -1;
 
+// out[i] = values[i] * into / outOf, rounded twice as Convert rounds. The
+// divide bounds the speed, so where the processor has them the loop runs on
+// four lanes at once (a clone chosen at load); each lane rounds alike.
+// Four loads come before four stores: out may be values, and a block read
+// whole lets the compiler use vector lanes without a check.
+__attribute__((target_clones("avx2", "default"))) void ScaleColumn(const double* values,
+                                                                   double* out, std::size_t count,
+                                                                   double into, double outOf) {
+    std::size_t i = 0;
+    for (; i + 4 <= count; i += 4) {
+        const double a = values[i], b = values[i + 1], c = values[i + 2], d = values[i + 3];
+        out[i] = a * into / outOf;
+        out[i + 1] = b * into / outOf;
+        out[i + 2] = c * into / outOf;
+        out[i + 3] = d * into / outOf;
+    }
+    for (; i < count; ++i) out[i] = values[i] * into / outOf;
+}
+
 Dimensions ToDimensions(const int (&exponents)[7]) {
     Dimensions dimensions;
     for (std::size_t i = 0; i < dimensions.size(); ++i) dimensions[i] = exponents[i];
@@ -131,17 +150,7 @@ ErrorCode Converter::ConvertArray(const double* values, double* out, size_t coun
         // divide a value.
         const double into = source->GetFactor();
         const double outOf = target->GetFactor();
-        // Four loads before four stores: out may be values, and a block read
-        // whole first lets the compiler use vector lanes without a check.
-        size_t i = 0;
-        for (; i + 4 <= count; i += 4) {
-            const double a = values[i], b = values[i + 1], c = values[i + 2], d = values[i + 3];
-            out[i] = a * into / outOf;
-            out[i + 1] = b * into / outOf;
-            out[i + 2] = c * into / outOf;
-            out[i + 3] = d * into / outOf;
-        }
-        for (; i < count; ++i) out[i] = values[i] * into / outOf;
+        ScaleColumn(values, out, count, into, outOf);
         return ErrorCode::Success;
     }
     for (size_t i = 0; i < count; ++i) source->ConvertTo(values[i], out[i], *target);
