@@ -28,6 +28,7 @@
 #include <vector>
 
 #include "mensura/mensura.h"
+#include "text.h"
 
 namespace {
 
@@ -111,17 +112,15 @@ std::string Hex(int value) {
 
 std::u32string Decode(const std::u16string& text, int id) {
     std::u32string out;
-    for (std::size_t i = 0; i < text.size(); ++i) {
-        char32_t c = text[i];
-        if (c >= 0xD800 && c < 0xDC00 && i + 1 < text.size() && text[i + 1] >= 0xDC00 &&
-            text[i + 1] < 0xE000) {
-            c = 0x10000 + ((c - 0xD800) << 10) + (text[i + 1] - 0xDC00);
-            ++i;
-        } else if (c >= 0xD800 && c < 0xE000) {
+    for (std::size_t i = 0; i < text.size();) {
+        char32_t c = 0;
+        const std::size_t length = MensuraCli::DecodeUtf16(text, i, c);
+        if (length == 1 && text[i] >= 0xD800 && text[i] < 0xE000) {
             throw std::runtime_error("the display name of " + Hex(id) +
                                      " holds an unpaired surrogate");
         }
         out.push_back(c);
+        i += length;
     }
     return out;
 }
@@ -184,25 +183,8 @@ std::string ToIdentifier(const std::u16string& name, int id) {
 }
 
 std::string ToUtf8(const std::u16string& text, int id) {
-    std::string out;
-    for (char32_t c : Decode(text, id)) {
-        if (c < 0x80) {
-            out += static_cast<char>(c);
-        } else if (c < 0x800) {
-            out += static_cast<char>(0xC0 | (c >> 6));
-            out += static_cast<char>(0x80 | (c & 0x3F));
-        } else if (c < 0x10000) {
-            out += static_cast<char>(0xE0 | (c >> 12));
-            out += static_cast<char>(0x80 | ((c >> 6) & 0x3F));
-            out += static_cast<char>(0x80 | (c & 0x3F));
-        } else {
-            out += static_cast<char>(0xF0 | (c >> 18));
-            out += static_cast<char>(0x80 | ((c >> 12) & 0x3F));
-            out += static_cast<char>(0x80 | ((c >> 6) & 0x3F));
-            out += static_cast<char>(0x80 | (c & 0x3F));
-        }
-    }
-    return out;
+    Decode(text, id);  // refuses an unpaired surrogate
+    return MensuraCli::Utf16ToUtf8(text);
 }
 
 struct Type {

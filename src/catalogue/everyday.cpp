@@ -2,7 +2,6 @@
 #include "catalogue/everyday.h"
 
 #include <cstdlib>
-#include <iterator>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -168,7 +167,7 @@ public:
         out.marks = {Known(u" "), Known(u"/"), Known(u"°"), Known(u"\u2032"), Known(u"\u2033")};
         const IParseSymbol* product = Known(u"·");
         for (const char16_t* key : kProducts) AddWord(key, product, nullptr);
-        std::sort(out.replaced.begin(), out.replaced.end());
+        std::sort(out.replaced.begin(), out.replaced.end(), EverydayVocabulary::BySymbol{});
         out.words.IndexWideBranches();
     }
 

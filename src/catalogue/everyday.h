@@ -9,6 +9,7 @@
 #include <algorithm>
 #include <cstddef>
 #include <deque>
+#include <functional>
 #include <memory>
 #include <utility>
 #include <vector>
@@ -42,13 +43,7 @@ public:
     // The symbol that reads in place of a catalogue symbol: its everyday
     // meaning where the list replaces it, else the symbol itself.
     const IParseSymbol* Substitute(const IParseSymbol* symbol, bool us) const {
-        if (replaced.empty() || symbol < replaced.front().first || replaced.back().first < symbol) {
-            return symbol;
-        }
-        auto at =
-            std::lower_bound(replaced.begin(), replaced.end(), symbol,
-                             [](const std::pair<const IParseSymbol*, const EverydayMeaning*>& entry,
-                                const IParseSymbol* key) { return entry.first < key; });
+        auto at = std::lower_bound(replaced.begin(), replaced.end(), symbol, BySymbol{});
         if (at == replaced.end() || at->first != symbol) return symbol;
         const IParseSymbol* meaning = at->second->For(us);
         return meaning != nullptr ? meaning : symbol;
@@ -90,8 +85,15 @@ private:
     std::vector<std::unique_ptr<GenericOperand>> scaled;
     RadixTree<const EverydayMeaning*> words;
     Operators marks;
-    // Sorted by the catalogue symbol.
-    std::vector<std::pair<const IParseSymbol*, const EverydayMeaning*>> replaced;
+    using Replaced = std::pair<const IParseSymbol*, const EverydayMeaning*>;
+    // Orders by the catalogue symbol; std::less orders any two pointers.
+    struct BySymbol {
+        bool operator()(const Replaced& entry, const IParseSymbol* key) const {
+            return std::less<const IParseSymbol*>()(entry.first, key);
+        }
+        bool operator()(const Replaced& a, const Replaced& b) const { return (*this)(a, b.first); }
+    };
+    std::vector<Replaced> replaced;  // sorted BySymbol
 };
 
 }  // namespace Mensura

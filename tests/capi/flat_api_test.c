@@ -2,21 +2,8 @@
 #include <stdio.h>
 #include <string.h>
 
+#include "check.h"
 #include "mensura/mensura.h"
-
-static int passed = 0;
-static int failed = 0;
-
-static void check(int condition, const char* what) {
-    if (condition) {
-        ++passed;
-    } else {
-        ++failed;
-        printf("FAILED: %s\n", what);
-    }
-}
-
-static int same_bits(double a, double b) { return memcmp(&a, &b, sizeof a) == 0; }
 
 int main(void) {
     double out = -1.0;
@@ -119,6 +106,5 @@ int main(void) {
     check(FindUnit(NULL, &unit) == 1 && unit == -1, "a null text is refused");
     check(FindUnit(ft, NULL) == 1, "a null unit is refused");
 
-    printf("%d passed, %d failed\n", passed, failed);
-    return failed == 0 ? 0 : 1;
+    return summary();
 }

@@ -2,28 +2,13 @@
 #include <stdio.h>
 #include <string.h>
 
+#include "check.h"
 #include "mensura/ids.h"
 #include "mensura/mensura.h"
 
 /* The names are integer constant expressions: they size arrays and label cases. */
 typedef char length_is_group_2[MENSURA_GROUP_LENGTH == 0x2000 ? 1 : -1];
 typedef char foot_is_type_23_of_length[MENSURA_FOOT == 0x2017 ? 1 : -1];
-
-static int passed = 0;
-static int failed = 0;
-
-static void check(int condition, const char* what) {
-    if (condition) {
-        ++passed;
-    } else {
-        ++failed;
-        printf("FAILED: %s\n", what);
-    }
-}
-
-static int same_bits(double a, double b) {
-    return memcmp(&a, &b, sizeof a) == 0;
-}
 
 /* Whether the English display name of id is the UTF-8 text expected. */
 static int is_named(int id, const char* expected) {
@@ -131,6 +116,5 @@ int main(void) {
               strcmp(unit_kind(MENSURA_METER), "other") == 0,
           "the names label the cases of a switch");
 
-    printf("%d passed, %d failed\n", passed, failed);
-    return failed == 0 ? 0 : 1;
+    return summary();
 }
