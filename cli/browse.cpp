@@ -223,7 +223,7 @@ int RunList(const ArgumentList& list) {
     std::string problem;
     if (!arguments.Read(list, {{kJson, kHelp}}, problem)) return UsageError("list", problem);
     if (arguments.Has("--help")) {
-        std::fputs(kListHelp, stdout);
+        Print(kListHelp);
         return kExitOk;
     }
     const ArgumentList& positional = arguments.Positional();
@@ -243,7 +243,7 @@ int RunShow(const ArgumentList& list) {
         return UsageError("show", problem);
     }
     if (arguments.Has("--help")) {
-        std::fputs(kShowHelp, stdout);
+        Print(kShowHelp);
         return kExitOk;
     }
     if (arguments.Positional().size() != 1) return UsageError("show", "give one UNIT");

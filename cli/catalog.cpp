@@ -2,6 +2,7 @@
 #include <cmath>
 
 #include "catalog.h"
+#include "report.h"
 #include "text.h"
 
 namespace MensuraCli {
@@ -133,7 +134,7 @@ bool SameDimensions(int a, int b) {
 bool UnitById(std::string_view text, int& unit, std::string& problem) {
     int id = 0;
     if (!ReadInteger(text, id)) {
-        problem = "'" + std::string(text) + "' is too large for an id";
+        problem = "'" + Clipped(text) + "' is too large for an id";
         return false;
     }
     if (IsUnitType(id) || IsSymbol(id)) {
@@ -166,10 +167,21 @@ int SymbolNamed(const std::string& text, const std::vector<int>& units, int loca
 }  // namespace
 
 bool ResolveUnit(std::string_view text, Reading reading, int& unit, std::string& problem) {
+    // Each unit type reads the text once: a long one would take long.
+    if (text.size() > kLongestUnit) {
+        problem = "'" + Clipped(text) + "' is too long for a unit (at most " +
+                  std::to_string(kLongestUnit) + " bytes)";
+        return false;
+    }
     if (LooksLikeId(text)) return UnitById(text, unit, problem);
     std::u16string wide;
     if (!Utf8ToUtf16(text, wide)) {
-        problem = "'" + ValidUtf8(text) + "' is not valid UTF-8";
+        problem = "'" + Clipped(text) + "' is not valid UTF-8";
+        return false;
+    }
+    if (wide.find(u'\0') != std::u16string::npos) {
+        // The library reads a text up to its first NUL.
+        problem = "'" + Clipped(text) + "' holds a NUL byte";
         return false;
     }
     if (!wide.empty() && Formatter::FindUnit(wide.c_str(), unit) == ErrorCode::Success) {
@@ -181,14 +193,14 @@ bool ResolveUnit(std::string_view text, Reading reading, int& unit, std::string&
         found = UnitsReadingAsOne(wide, Reading::Everyday);
     }
     if (found.empty()) {
-        problem = "'" + std::string(text) +
+        problem = "'" + Clipped(text) +
                   "' is not a known unit; give a symbol such as ft or m², or an id such as 0x2017 "
                   "('mensura list' shows them)";
         return false;
     }
     for (int other : found) {
         if (!SameDimensions(found[0], other)) {
-            problem = "'" + std::string(text) + "' reads as " + Describe(found[0]) + " and as " +
+            problem = "'" + Clipped(text) + "' reads as " + Describe(found[0]) + " and as " +
                       Describe(other) + "; give an id";
             return false;
         }
@@ -208,7 +220,7 @@ bool ResolveGroup(std::string_view text, int& group, std::string& problem) {
             problem = HexId(id) + " is not a group but a unit of the group " + HexId(GroupOf(id)) +
                       " (" + Name(kEnglish, GroupOf(id)) + ")";
         } else {
-            problem = "'" + std::string(text) + "' names no group";
+            problem = "'" + Clipped(text) + "' names no group";
         }
         return false;
     }
@@ -219,7 +231,7 @@ bool ResolveGroup(std::string_view text, int& group, std::string& problem) {
             return true;
         }
     }
-    problem = "no group is named '" + ValidUtf8(text) + "'; 'mensura list' shows the groups";
+    problem = "no group is named '" + Clipped(text) + "'; 'mensura list' shows the groups";
     return false;
 }
 
@@ -236,7 +248,7 @@ bool ResolveSymbol(std::string_view text, int unit, int locale, bool complete, R
             symbol = id;
             return true;
         }
-        problem = "'" + std::string(text) + "' names no symbol" +
+        problem = "'" + Clipped(text) + "' names no symbol" +
                   (complete ? "; give a complete symbol id such as 0x202017" : "");
         return false;
     }
@@ -246,13 +258,13 @@ bool ResolveSymbol(std::string_view text, int unit, int locale, bool complete, R
     if ((symbol = SymbolNamed(name, UnitTypes(GroupOf(unit)), locale)) != 0) return true;
     int named = 0;
     if (!ResolveUnit(text, reading, named, problem)) {
-        problem = "'" + name + "' is no symbol of " + Describe(unit) +
+        problem = "'" + Clipped(name) + "' is no symbol of " + Describe(unit) +
                   " or of another unit of its group, nor a known unit";
         return false;
     }
     if ((symbol = SymbolNamed(name, {named}, locale)) != 0) return true;
     if (complete) {
-        problem = "'" + name + "' names the unit " + Describe(named) +
+        problem = "'" + Clipped(name) + "' names the unit " + Describe(named) +
                   ", not one of its symbols; 'mensura show " + HexId(named) + "' lists them";
         return false;
     }

@@ -5,6 +5,7 @@
 #define MENSURA_CLI_CATALOG_H
 
 #include <array>
+#include <cstddef>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -60,6 +61,10 @@ std::string Quantity(int group);
 // Whether text is a key of a unit symbol, through FindUnit.
 bool FindKey(std::string_view text, int& unit);
 
+// The longest text that names a unit, in bytes; the longest name of the
+// catalogue has 60.
+constexpr std::size_t kLongestUnit = 256;
+
 // A unit type named on the command line: an id (0x2017, 8215; a complete
 // symbol id names its unit type), a key of the dictionary ("ft", "米",
 // "degree Celsius"), or else any text that reads as exactly 1 of one unit
@@ -67,7 +72,8 @@ bool FindKey(std::string_view text, int& unit);
 // "m/s"). That text is read by the catalogue's meanings first, so that every
 // unit that they name keeps its meaning; the everyday reading then adds the
 // units that only it knows ("feet", "kJ", "meters per second"). False with
-// the problem in words.
+// the problem in words, also for a text longer than kLongestUnit or one that
+// holds a NUL byte.
 bool ResolveUnit(std::string_view text, Reading reading, int& unit, std::string& problem);
 // A group by id, English name (any case) or Chinese name.
 bool ResolveGroup(std::string_view text, int& group, std::string& problem);

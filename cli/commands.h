@@ -7,6 +7,7 @@
 #include <string_view>
 #include <vector>
 
+#include "io.h"
 #include "mensura/mensura.hpp"
 
 namespace MensuraCli {
@@ -14,6 +15,7 @@ namespace MensuraCli {
 constexpr int kExitOk = 0;      // everything was done
 constexpr int kExitUsage = 1;   // the command line was wrong; nothing was done
 constexpr int kExitFailed = 2;  // some value or text could not be read or converted
+constexpr int kExitIo = 3;      // reading standard input or writing standard output failed
 
 using ArgumentList = std::vector<std::string_view>;
 
@@ -32,8 +34,6 @@ extern const char* const kListHelp;
 extern const char* const kShowHelp;
 extern const char* const kInteractiveHelp;
 
-// Writes line and a line end to standard output.
-void PrintLine(std::string_view line);
 // Writes "mensura COMMAND: problem" and where to find help to standard error,
 // and returns kExitUsage.
 int UsageError(std::string_view command, const std::string& problem);

@@ -1,9 +1,11 @@
 // format: a value rendered with a symbol under the formatter's settings.
+#include <cmath>
 #include <cstdio>
 
 #include "catalog.h"
 #include "commands.h"
 #include "options.h"
+#include "report.h"
 #include "text.h"
 
 namespace MensuraCli {
@@ -89,7 +91,7 @@ int RunFormat(const ArgumentList& list) {
         return UsageError("format", problem);
     }
     if (arguments.Has("--help")) {
-        std::fputs(kFormatHelp, stdout);
+        Print(kFormatHelp);
         return kExitOk;
     }
     const ArgumentList& positional = arguments.Positional();
@@ -117,7 +119,7 @@ int RunFormat(const ArgumentList& list) {
         }
         if (pattern.empty() ||
             formatter.SetSymbolFormattingString(chosen, pattern.c_str()) != ErrorCode::Success) {
-            return UsageError("format", "--pattern: '" + std::string(arguments.Value("--pattern")) +
+            return UsageError("format", "--pattern: '" + Clipped(arguments.Value("--pattern")) +
                                             "' does not fit the symbol " + Describe(chosen) +
                                             ": it needs one placeholder {0}, {1}, ... for each "
                                             "number of the symbol, with text between them");
@@ -126,9 +128,10 @@ int RunFormat(const ArgumentList& list) {
 
     const bool json = arguments.Has("--json");
     double value = 0.0;
-    if (!ReadNumber(positional[0], value)) {
+    const NumberRead read = ReadNumber(positional[0], value);
+    if (read != NumberRead::Number) {
         ReportFailure(json, 0, positional[0], ErrorCode::ParseFailure,
-                      "cannot read '" + ValidUtf8(positional[0]) + "' as a number");
+                      NumberProblem(read, positional[0]));
         return kExitFailed;
     }
     // A text grows with the decimal digits and the separators: try larger
@@ -141,11 +144,17 @@ int RunFormat(const ArgumentList& list) {
         result = formatter.Format(value, unit, buffer.data(), size, symbol, &converted);
         if (result != ErrorCode::Failure) break;
     }
-    if (result != ErrorCode::Success) {
-        std::string message = "cannot render " + std::string(positional[0]) + " " + Describe(unit) +
+    // The library renders a value beyond the range of a double in the
+    // symbol's unit as an infinity.
+    const bool finite = std::isfinite(converted);
+    if (result != ErrorCode::Success || !finite) {
+        std::string message = "cannot render " + Clipped(positional[0]) + " " + Describe(unit) +
                               " with " + Describe(chosen);
         if (result == ErrorCode::UnitMismatch) {
             message += ": " + Quantity(GroupOf(chosen)) + " is not " + Quantity(GroupOf(unit));
+        } else if (result == ErrorCode::Success) {
+            message += ": the value is " + NotFiniteText(converted);
+            result = ErrorCode::Failure;
         }
         ReportFailure(json, 0, positional[0], result, message);
         return kExitFailed;

@@ -1,7 +1,6 @@
 // interactive: "You have:" a text, "You want:" a unit, one conversion after
 // another until the end of input.
 #include <cstdio>
-#include <iostream>
 #include <set>
 #include <vector>
 
@@ -30,7 +29,8 @@ const char* const kInteractiveHelp =
     "--catalogue-meanings is given; units are named as for convert. A text that\n"
     "does not read is reported on standard error with a caret under the fault,\n"
     "and \"You have: \" comes again; a unit that is not known asks \"You want: \"\n"
-    "again. The end of input (Ctrl-D) ends the loop with a line end and status 0.\n"
+    "again. The end of input (Ctrl-D) ends the loop with a line end and status 0;\n"
+    "a standard input that cannot be read ends it with status 3.\n"
     "\n"
     "Started with no command, mensura runs this loop when standard input is a\n"
     "terminal; otherwise it shows the usage. mensura interactive runs it on any\n"
@@ -95,14 +95,8 @@ std::string SymbolText(int unit) {
 }
 
 void Prompt(const char* text) {
-    std::fputs(text, stdout);
-    std::fflush(stdout);
-}
-
-bool ReadAnswer(std::string& line, bool first) {
-    if (!std::getline(std::cin, line)) return false;
-    if (first && line.compare(0, 3, "\xEF\xBB\xBF") == 0) line.erase(0, 3);
-    return true;
+    Print(text);
+    FlushOutput();
 }
 
 class Session {
@@ -110,14 +104,16 @@ public:
     Session(const Formatter& formatter, Reading reading, bool exact)
         : m_formatter(formatter), m_reading(reading), m_exact(exact) {}
 
+    // Asks until the end of input, or until standard output fails, which
+    // FinishOutput reports.
     int Run() {
         std::string have;
         std::string want;
-        bool first = true;
-        while (true) {
+        while (!OutputFailed()) {
             Prompt("You have: ");
-            if (!ReadAnswer(have, first)) return End();
-            first = false;
+            LineReader::Status status = Read(have);
+            if (status == LineReader::TooLong) continue;
+            if (status != LineReader::Line) return End(status);
             const std::string_view text = Trim(have);
             if (text.empty()) continue;
             const Have examined = Examine(m_formatter, text);
@@ -125,12 +121,15 @@ public:
                 Fail(text, examined.failure);
                 continue;
             }
-            while (true) {
+            while (!OutputFailed()) {
                 Prompt("You want: ");
-                if (!ReadAnswer(want, false)) return End();
+                status = Read(want);
+                if (status == LineReader::TooLong) continue;
+                if (status != LineReader::Line) return End(status);
                 if (Answer(text, examined, Trim(want))) break;
             }
         }
+        return kExitOk;
     }
 
 private:
@@ -149,7 +148,7 @@ private:
         } else {
             std::string problem;
             if (!ResolveUnit(want, m_reading, unit, problem)) {
-                std::fflush(stdout);
+                FlushOutput();
                 std::fprintf(stderr, "mensura: %s\n", problem.c_str());
                 return false;
             }
@@ -171,12 +170,28 @@ private:
         ReportFailure(false, 0, text, reading.report.code, reading.message, reading.excerpt);
     }
 
-    static int End() {
-        std::fputc('\n', stdout);
-        std::fflush(stdout);
-        return kExitOk;
+    // The next answer; a line too long to read is reported, and the
+    // question comes again.
+    LineReader::Status Read(std::string& line) {
+        const LineReader::Status status = m_reader.Next(line);
+        if (status == LineReader::TooLong) {
+            FlushOutput();
+            std::fprintf(stderr, "mensura: the line is longer than %zu bytes\n", kLongestLine);
+        }
+        return status;
     }
 
+    // The end of input ends the loop with a line end; an input that could
+    // not be read ends it with kExitIo.
+    int End(LineReader::Status status) {
+        Print("\n");
+        FlushOutput();
+        if (status != LineReader::Error) return kExitOk;
+        std::fprintf(stderr, "mensura: %s\n", m_reader.Problem().c_str());
+        return kExitIo;
+    }
+
+    LineReader m_reader;
     const Formatter& m_formatter;
     const Reading m_reading;
     const bool m_exact;
@@ -193,7 +208,7 @@ int RunInteractive(const ArgumentList& list) {
         return UsageError("interactive", problem);
     }
     if (arguments.Has("--help")) {
-        std::fputs(kInteractiveHelp, stdout);
+        Print(kInteractiveHelp);
         return kExitOk;
     }
     if (!arguments.Positional().empty()) {

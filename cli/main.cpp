@@ -3,13 +3,15 @@
 // API alone; reads and writes UTF-8.
 //
 // Exit status: 0 on success, 1 for a usage error, 2 when some value or text
-// could not be read or converted.
+// could not be read or converted, 3 when reading standard input or writing
+// standard output failed.
 #include <unistd.h>
 
 #include <cstdio>
 #include <string>
 
 #include "commands.h"
+#include "report.h"
 
 #ifndef MENSURA_VERSION
 #error "MENSURA_VERSION comes from the project's version in cli/CMakeLists.txt"
@@ -36,8 +38,11 @@ const char* const kToolHelp =
     "terminal, and shows this text otherwise. --version prints the version.\n"
     "\n"
     "convert and parse read one value a line from standard input when the value\n"
-    "is left out. Every command but interactive takes --json for output that\n"
-    "scripts read, and every one --help for its options and examples.\n"
+    "is left out, and write each answer as it comes. A line ends with \\n or\n"
+    "\\r\\n; a line that holds a NUL byte, is not UTF-8 or is longer than 65536\n"
+    "bytes fails as a text that does not read. Every command but interactive\n"
+    "takes --json for output that scripts read, and every one --help for its\n"
+    "options and examples.\n"
     "\n"
     "Units are symbols or names (ft, m², 米, \"degree Celsius\") or ids in\n"
     "hexadecimal or decimal (0x2017 is the foot).\n"
@@ -61,8 +66,14 @@ const char* const kToolHelp =
     "With --catalogue-meanings, a symbol that the everyday reading takes\n"
     "otherwise (lb, MB) gets a note on standard error.\n"
     "\n"
-    "exit status: 0 success, 1 usage error, 2 some value or text could not be\n"
-    "read or converted (each failure is reported on standard error).\n"
+    "exit status:\n"
+    "  0  every value was read, converted or rendered\n"
+    "  1  a usage error: the command line was wrong, and nothing was done\n"
+    "  2  some value or line could not be read or converted; each failure is\n"
+    "     reported on standard error, with its line number, and the other lines\n"
+    "     are answered\n"
+    "  3  reading standard input or writing standard output failed (a folder as\n"
+    "     standard input, a full disk); reported on standard error\n"
     "\n"
     "examples:\n"
     "  mensura convert 5.5 ft m              # 1.6764\n"
@@ -102,9 +113,7 @@ const Command* FindCommand(std::string_view name) {
     return nullptr;
 }
 
-}  // namespace
-
-int main(int argc, char** argv) {
+int Run(int argc, char** argv) {
     if (argc < 2) {
         if (isatty(STDIN_FILENO)) return MensuraCli::RunInteractive({});
         std::fputs(MensuraCli::kToolHelp, stderr);
@@ -120,17 +129,24 @@ int main(int argc, char** argv) {
     if (name == "--interactive") return MensuraCli::RunInteractive(arguments);
     if (name == "--help" || name == "-h" || name == "help") {
         if (arguments.empty()) {
-            std::fputs(MensuraCli::kToolHelp, stdout);
+            MensuraCli::Print(MensuraCli::kToolHelp);
             return MensuraCli::kExitOk;
         }
         const Command* command = FindCommand(arguments[0]);
         if (command == nullptr) {
             return MensuraCli::UsageError(
-                "", "no command is named '" + std::string(arguments[0]) + "'");
+                "", "no command is named '" + MensuraCli::Clipped(arguments[0]) + "'");
         }
-        std::fputs(*command->help, stdout);
+        MensuraCli::Print(*command->help);
         return MensuraCli::kExitOk;
     }
     if (const Command* command = FindCommand(name)) return command->run(arguments);
-    return MensuraCli::UsageError("", "unknown command '" + std::string(name) + "'");
+    return MensuraCli::UsageError("", "unknown command '" + MensuraCli::Clipped(name) + "'");
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    // Whatever the command did, an output that could not be written fails.
+    return MensuraCli::FinishOutput(Run(argc, argv));
 }

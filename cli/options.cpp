@@ -1,6 +1,7 @@
 #include "options.h"
 
 #include "catalog.h"
+#include "report.h"
 #include "text.h"
 
 namespace MensuraCli {
@@ -47,7 +48,7 @@ bool Arguments::Read(const std::vector<std::string_view>& arguments,
             }
         }
         if (option == nullptr) {
-            problem = "unknown option '" + std::string(name) + "'";
+            problem = "unknown option '" + Clipped(name) + "'";
             return false;
         }
         if (option->takesValue && !inline_value) {

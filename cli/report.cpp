@@ -196,13 +196,24 @@ std::string Note(const Formatter& formatter, std::u16string_view text, const Par
 
 }  // namespace
 
+std::string Shortened(std::string_view utf8, std::size_t most) {
+    // Enough bytes for most + 1 characters: a character cut at the end of
+    // them lies past those.
+    const std::string valid = ValidUtf8(utf8.substr(0, 4 * (most + 1)));
+    std::size_t count = 0;
+    for (std::size_t i = 0; i < valid.size(); ++i) {
+        // A byte that starts a character: any but a continuation byte.
+        if ((static_cast<unsigned char>(valid[i]) & 0xC0) != 0x80 && count++ == most) {
+            return valid.substr(0, i) + "…";
+        }
+    }
+    return valid;
+}
+
 std::string Clipped(std::string_view utf8, std::size_t most) {
     std::string out;
-    std::size_t count = 0;
-    for (const char c : utf8) {
+    for (const char c : Shortened(utf8, most)) {
         const auto byte = static_cast<unsigned char>(c);
-        // A byte that starts a character: any but a continuation byte.
-        if ((byte & 0xC0) != 0x80 && count++ == most) return out + "…";
         if (byte == '\t') {
             out += "\\t";
         } else if (byte < 0x20 || byte == 0x7F) {
@@ -215,6 +226,24 @@ std::string Clipped(std::string_view utf8, std::size_t most) {
         }
     }
     return out;
+}
+
+std::string NumberProblem(NumberRead read, std::string_view text) {
+    switch (read) {
+        case NumberRead::Number:
+            break;
+        case NumberRead::NoNumber:
+            return "cannot read '" + Clipped(text) + "' as a number";
+        case NumberRead::NotFinite:
+            return "'" + Clipped(text) + "' is not a finite number";
+        case NumberRead::TooLarge:
+            return "'" + Clipped(text) + "' is too large for a double";
+    }
+    return "";
+}
+
+std::string NotFiniteText(double value) {
+    return std::isnan(value) ? "not a number" : "too large for a double";
 }
 
 std::string CaretLines(std::u16string_view text, std::size_t start, std::size_t length) {
@@ -279,8 +308,23 @@ TextReading ReadText(const Formatter& formatter, std::string_view input, int uni
         reading.excerpt = CaretLines(shown, valid.size(), 1);
         return reading;
     }
+    const std::size_t nul = text.find(u'\0');
+    if (nul != std::u16string::npos) {
+        // The library reads a text up to its first NUL: the rest would be lost.
+        reading.report.code = ErrorCode::ParseFailure;
+        reading.message = "it holds a NUL byte";
+        reading.excerpt = CaretLines(text, nul, 1);
+        return reading;
+    }
     reading.report = formatter.ExplainParse(text.c_str(), unit);
-    const ParseReport& report = reading.report;
+    ParseReport& report = reading.report;
+    if (report.code == ErrorCode::Success && !std::isfinite(report.value)) {
+        // A number beyond the range of a double reads as an infinity: no value.
+        report.code = ErrorCode::ParseFailure;
+        reading.message = "its value in " + Describe(unit) + " is " + NotFiniteText(report.value);
+        reading.excerpt = CaretLines(text, 0, 0);
+        return reading;
+    }
     if (report.code == ErrorCode::Success) {
         if (report.note) reading.note = Note(formatter, text, report, reading.noteKey);
         return reading;

@@ -10,16 +10,27 @@
 #include <string_view>
 
 #include "mensura/mensura.hpp"
+#include "text.h"
 
 namespace MensuraCli {
 
 // The most columns of a text that CaretLines shows.
 constexpr std::size_t kExcerptColumns = 60;
 
-// utf8 as a message quotes it: whole when it has at most `most` characters,
-// else its first `most` characters and "…"; a tab shows as \t and another
+// utf8 whole when it has at most `most` characters, else its first `most`
+// characters and "…"; a byte that is no UTF-8 shows as U+FFFD. However long
+// utf8 is, only its start is looked at.
+std::string Shortened(std::string_view utf8, std::size_t most);
+// utf8 as a message quotes it: Shortened, and a tab shows as \t and another
 // control character as \x1B.
 std::string Clipped(std::string_view utf8, std::size_t most = 30);
+// Why text, a plain number as an argument or a line gives it, is no value:
+// "cannot read 'five' as a number", "'inf' is not a finite number", "'1e400'
+// is too large for a double". "" when it is one.
+std::string NumberProblem(NumberRead read, std::string_view text);
+// Why a result that is no finite number is no value: "too large for a
+// double", or for a NaN "not a number".
+std::string NotFiniteText(double value);
 
 // The two lines that show where a problem lies in text, as compilers show
 // them: the text indented by two blanks and, beneath it, a caret under the
@@ -46,12 +57,16 @@ struct TextReading {
 };
 
 // Reads input, UTF-8, as a value of `unit` by the formatter's settings and
-// reading, and says why it did not read:
+// reading, and says why it did not read; a text that the library cannot be
+// given as it is (a NUL byte would end it early) and a value that is no
+// finite number fail too:
 //   'feets' is not a known unit or mark
 //   it reads as a mass (Mass), not a length
 //   its numbers, units and marks do not make one value
 //   the text is empty
 //   it is not valid UTF-8
+//   it holds a NUL byte
+//   its value in meter (0x2001) is too large for a double
 TextReading ReadText(const Mensura::Formatter& formatter, std::string_view input, int unit);
 
 }  // namespace MensuraCli

@@ -186,16 +186,63 @@ std::string NumberText(double value, bool exact) {
     return std::string(buffer, result.ptr);
 }
 
-bool ReadNumber(std::string_view text, double& value) {
+namespace {
+
+// Whether a number that from_chars found beyond the range of a double is
+// above it; else it is nearer 0 than the least denormal. The first
+// significant digit says, with the exponent: d.ddd × 10^place.
+bool AboveRange(std::string_view text) {
+    std::size_t i = 0;
+    if (i < text.size() && text[i] == '-') ++i;
+    long place = -1;
+    bool significant = false;
+    for (; i < text.size() && text[i] >= '0' && text[i] <= '9'; ++i) {
+        significant = significant || text[i] != '0';
+        if (significant) ++place;
+    }
+    if (i < text.size() && text[i] == '.') {
+        for (++i; i < text.size() && text[i] >= '0' && text[i] <= '9'; ++i) {
+            if (significant) continue;
+            if (text[i] == '0') {
+                --place;
+            } else {
+                significant = true;
+            }
+        }
+    }
+    if (!significant) return false;
+    long exponent = 0;
+    bool negative = false;
+    if (i < text.size() && (text[i] == 'e' || text[i] == 'E')) {
+        ++i;
+        if (i < text.size() && (text[i] == '+' || text[i] == '-')) negative = text[i++] == '-';
+        for (; i < text.size() && text[i] >= '0' && text[i] <= '9'; ++i) {
+            // Far beyond either end of the range; no overflow of a long.
+            if (exponent < 100000000) exponent = exponent * 10 + (text[i] - '0');
+        }
+    }
+    return place + (negative ? -exponent : exponent) > 0;
+}
+
+}  // namespace
+
+NumberRead ReadNumber(std::string_view text, double& value) {
     // from_chars takes a minus sign but no plus sign.
     if (!text.empty() && text[0] == '+') {
         text.remove_prefix(1);
-        if (!text.empty() && text[0] == '-') return false;
+        if (!text.empty() && text[0] == '-') return NumberRead::NoNumber;
     }
-    if (text.empty()) return false;
+    if (text.empty()) return NumberRead::NoNumber;
     const char* end = text.data() + text.size();
     const auto [next, error] = std::from_chars(text.data(), end, value);
-    return error == std::errc() && next == end;
+    if (next != end) return NumberRead::NoNumber;
+    if (error == std::errc::result_out_of_range) {
+        if (AboveRange(text)) return NumberRead::TooLarge;
+        value = text[0] == '-' ? -0.0 : 0.0;
+        return NumberRead::Number;
+    }
+    if (error != std::errc()) return NumberRead::NoNumber;
+    return std::isfinite(value) ? NumberRead::Number : NumberRead::NotFinite;
 }
 
 bool ReadInteger(std::string_view text, int& value) {

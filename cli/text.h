@@ -41,9 +41,17 @@ std::string PadRight(std::string_view utf8, std::size_t width);
 // ("1.6764"), or with exact set the shortest text that reads back as the same
 // double ("1.6764000000000001").
 std::string NumberText(double value, bool exact);
-// Reads the whole of text as a double: decimal or scientific, an optional sign
-// ("+" too), "inf" and "nan". No blanks.
-bool ReadNumber(std::string_view text, double& value);
+// What ReadNumber made of a text.
+enum class NumberRead {
+    Number,     // a finite double, in value
+    NoNumber,   // not a number at all
+    NotFinite,  // "inf" or "nan"
+    TooLarge,   // a number beyond the range of a double: 1e400
+};
+// Reads the whole of text as a double: decimal or scientific, an optional
+// sign ("+" too). No blanks. A number too near 0 for a double reads as 0 of
+// its sign, as the library reads it in a text.
+NumberRead ReadNumber(std::string_view text, double& value);
 // Reads the whole of text as an int: decimal, or hexadecimal after "0x".
 bool ReadInteger(std::string_view text, int& value);
 // True when text has the form of an id: decimal digits, or "0x" and hex digits.

@@ -1,8 +1,8 @@
 // convert and parse: one value from the command line, or one a line from
 // standard input.
+#include <cmath>
 #include <cstdio>
 #include <functional>
-#include <iostream>
 #include <set>
 
 #include "catalog.h"
@@ -24,7 +24,9 @@ const char* const kConvertHelp =
     "Converts VALUE, a plain number, from unit FROM into unit TO. Without VALUE,\n"
     "reads one number a line from standard input and writes one result a line;\n"
     "blank lines are skipped, and a line that fails is reported on standard error\n"
-    "with its number while the others go on.\n"
+    "with its number while the others go on. A line ends with \\n or \\r\\n; one\n"
+    "that holds a NUL byte or is longer than 65536 bytes fails, and so do inf,\n"
+    "nan, a number beyond the range of a double (1e400) and a result beyond it.\n"
     "\n"
     "A unit is a symbol or name of the catalogue (ft, m², 米, \"degree Celsius\"),\n"
     "any other text that reads as one unit after a 1 (N, m/s), or an id in\n"
@@ -60,7 +62,9 @@ const char* const kParseHelp =
     "unit of UNIT's group. Without TEXT, reads one text a line from standard\n"
     "input and writes one value a line; blank lines are skipped, and a line that\n"
     "fails is reported on standard error with its number while the others go on.\n"
-    "Units are named as for convert.\n"
+    "A line ends with \\n or \\r\\n; one that holds a NUL byte, is not UTF-8 or is\n"
+    "longer than 65536 bytes fails, and so does a value beyond the range of a\n"
+    "double (1e400 m, or 1e308 km in mm). Units are named as for convert.\n"
     "\n"
     "TEXT is read the everyday way. The catalogue's reading comes first, with a\n"
     "few symbols in their everyday meaning: lb is the avoirdupois pound, kB, MB\n"
@@ -99,11 +103,6 @@ const char* const kParseHelp =
     "  mensura parse \"1.234,5 m\" m --decimal-separator , --group-separator .\n"
     "  printf '5 ft\\n6 in\\n' | mensura parse m\n";
 
-void PrintLine(std::string_view line) {
-    std::fwrite(line.data(), 1, line.size(), stdout);
-    std::fputc('\n', stdout);
-}
-
 int UsageError(std::string_view command, const std::string& problem) {
     const std::string prefix = command.empty() ? "mensura" : "mensura " + std::string(command);
     std::fprintf(stderr, "%s: %s\nTry '%s --help'.\n", prefix.c_str(), problem.c_str(),
@@ -117,7 +116,7 @@ void ReportFailure(bool json, long line, std::string_view input, ErrorCode code,
     if (json) {
         text = "{";
         if (line > 0) text += "\"line\":" + std::to_string(line) + ",";
-        text += "\"input\":" + JsonString(ValidUtf8(input)) +
+        text += "\"input\":" + JsonString(Shortened(input, kExcerptColumns)) +
                 ",\"error\":" + JsonString(ErrorName(code)) +
                 ",\"message\":" + JsonString(message) + "}";
     } else {
@@ -128,7 +127,7 @@ void ReportFailure(bool json, long line, std::string_view input, ErrorCode code,
     }
     text += '\n';
     // The results before it first, so that a stream of both keeps their order.
-    std::fflush(stdout);
+    FlushOutput();
     std::fwrite(text.data(), 1, text.size(), stderr);
 }
 
@@ -144,7 +143,7 @@ void ReportNote(bool json, long line, const std::string& note) {
         text += "note: " + note;
     }
     text += '\n';
-    std::fflush(stdout);
+    FlushOutput();
     std::fwrite(text.data(), 1, text.size(), stderr);
 }
 
@@ -194,11 +193,23 @@ int RunValues(const Arguments& arguments, const std::string_view* single, int un
     // A notice is given once for each symbol, on the first line that has it.
     std::set<std::string> noted;
     bool failed = false;
-    long number = 0;
+    LineReader reader;
     std::string line;
-    while (std::getline(std::cin, line)) {
-        ++number;
-        if (number == 1 && line.compare(0, 3, "\xEF\xBB\xBF") == 0) line.erase(0, 3);
+    while (!OutputFailed()) {
+        const LineReader::Status status = reader.Next(line);
+        if (status == LineReader::End) break;
+        if (status == LineReader::Error) {
+            FlushOutput();
+            std::fprintf(stderr, "mensura: %s\n", reader.Problem().c_str());
+            return kExitIo;
+        }
+        const long number = reader.Number();
+        if (status == LineReader::TooLong) {
+            ReportFailure(json, number, "", ErrorCode::ParseFailure,
+                          "the line is longer than " + std::to_string(kLongestLine) + " bytes");
+            failed = true;
+            continue;
+        }
         const std::string_view input = Trim(line);
         if (input.empty()) continue;
         const Outcome outcome = step(input);
@@ -224,7 +235,7 @@ int RunConvert(const ArgumentList& list) {
         return UsageError("convert", problem);
     }
     if (arguments.Has("--help")) {
-        std::fputs(kConvertHelp, stdout);
+        Print(kConvertHelp);
         return kExitOk;
     }
     const ArgumentList& positional = arguments.Positional();
@@ -238,8 +249,8 @@ int RunConvert(const ArgumentList& list) {
     if (!ResolveUnit(positional[first], reading, from, problem) ||
         !ResolveUnit(positional[first + 1], reading, to, problem)) {
         double number = 0.0;
-        if (first == 0 && ReadNumber(positional[0], number)) {
-            problem = "'" + std::string(positional[0]) +
+        if (first == 0 && ReadNumber(positional[0], number) != NumberRead::NoNumber) {
+            problem = "'" + Clipped(positional[0]) +
                       "' is a number, not a unit: give VALUE FROM TO, or FROM TO and values on "
                       "standard input";
         }
@@ -256,14 +267,22 @@ int RunConvert(const ArgumentList& list) {
     const Step step = [from, to](std::string_view input) {
         Outcome outcome;
         double value = 0.0;
-        if (!ReadNumber(input, value)) {
+        const NumberRead read = ReadNumber(input, value);
+        if (read != NumberRead::Number) {
             outcome.code = ErrorCode::ParseFailure;
-            outcome.message = "cannot read '" + Clipped(ValidUtf8(input)) +
-                              "' as a number; convert takes plain numbers, parse reads units";
+            outcome.message = NumberProblem(read, input);
+            if (read == NumberRead::NoNumber) {
+                outcome.message += "; convert takes plain numbers, parse reads units";
+            }
             return outcome;
         }
         outcome.code = Converter::Convert(value, from, outcome.value, to);
-        if (outcome.code != ErrorCode::Success) {
+        if (outcome.code == ErrorCode::Success && !std::isfinite(outcome.value)) {
+            // The library gives an infinity for a result beyond the range of a double.
+            outcome.code = ErrorCode::Failure;
+            outcome.message = "cannot convert " + Clipped(input) + " " + Describe(from) + " into " +
+                              Describe(to) + ": the value is " + NotFiniteText(outcome.value);
+        } else if (outcome.code != ErrorCode::Success) {
             outcome.message =
                 "cannot convert " + Clipped(input) + " " + Describe(from) + " into " + Describe(to);
         }
@@ -280,7 +299,7 @@ int RunParse(const ArgumentList& list) {
         return UsageError("parse", problem);
     }
     if (arguments.Has("--help")) {
-        std::fputs(kParseHelp, stdout);
+        Print(kParseHelp);
         return kExitOk;
     }
     const ArgumentList& positional = arguments.Positional();

@@ -15,12 +15,17 @@ import os
 import re
 import subprocess
 import sys
+import tempfile
 import unicodedata
 
 TOOL = ""
 
 # No locale: the tool must not depend on one.
 ENVIRONMENT = dict(os.environ, LC_ALL="C", LANG="C")
+
+# The most memory that the tool may take, whatever its input: it holds one
+# line at a time.
+MEMORY_BOUND_KB = 32 * 1024
 
 
 class Result:
@@ -58,6 +63,30 @@ def expect(arguments, out, status=0, stdin=None):
           result)
     check(result.out == out, f"mensura {' '.join(arguments)}: stdout {out!r} expected", result)
     return result
+
+
+# Runs a command with standard input and output on files and prints its exit
+# status and its peak memory. A process fresh and small: the peak of a
+# child counts the memory of its parent at the fork.
+MEASURE = """
+import resource, subprocess, sys
+with open(sys.argv[1], "rb") as i, open(sys.argv[2], "wb") as o, open(sys.argv[3], "wb") as e:
+    status = subprocess.run(sys.argv[4:], stdin=i, stdout=o, stderr=e, timeout=120).returncode
+print(status, resource.getrusage(resource.RUSAGE_CHILDREN).ru_maxrss)
+"""
+
+
+def run_measured(arguments, stdin):
+    """The tool's result, as run gives it, and its peak memory in KB."""
+    with tempfile.TemporaryDirectory() as folder:
+        paths = [os.path.join(folder, name) for name in ["in", "out", "err"]]
+        with open(paths[0], "wb") as file:
+            file.write(stdin)
+        measured = subprocess.run([sys.executable, "-c", MEASURE, *paths, TOOL, *arguments],
+                                  capture_output=True, text=True, env=ENVIRONMENT, timeout=180)
+        status, peak = map(int, measured.stdout.split())
+        with open(paths[1], "rb") as out, open(paths[2], "rb") as err:
+            return Result(status, out.read().decode("utf-8"), err.read().decode("utf-8")), peak
 
 
 def succeed(*arguments, stdin=None):
@@ -289,8 +318,8 @@ def test_parse_caret_counts_columns_not_bytes():
 
 
 def test_failure_messages_of_long_lines_stay_short():
-    # A line of five million letters: the message quotes a few of them.
-    line = "5 m " + "x" * 5_000_000
+    # A line of sixty thousand letters: the message quotes a few of them.
+    line = "5 m " + "x" * 60_000
     result = expect(["parse", "m"], "", status=2, stdin=line + "\n")
     check(len(result.err) < 400, "a short message", result.err[:1000])
     check(result.err.startswith("mensura: line 1: ParseFailure: '" + "x" * 30 + "…' is not a "
@@ -300,15 +329,37 @@ def test_failure_messages_of_long_lines_stay_short():
           sum(map(columns, shown)) <= 62, "the text is cut after the culprit", result.err[:1000])
     # A culprit in the middle of a long line: cut at both sides, the caret
     # still under it.
-    line = "7" * 100_000 + " feets " + "8" * 100_000
+    line = "7" * 30_000 + " feets " + "8" * 30_000
     result = expect(["parse", "m"], "", status=2, stdin=line + "\n")
     check(len(result.err) < 400, "a short message", result.err[:1000])
     shown, marked = marked_text(result.err)
     check(shown.startswith("…7") and shown.endswith("8…") and marked == "feets",
           "cut at both sides", result.err[:1000])
-    # convert quotes a few characters of a long value too.
-    result = expect(["convert", "ft", "m"], "", status=2, stdin="9" * 10 + "x" * 1_000_000)
+    # convert quotes a few characters of a long value too, and JSON a few more.
+    result = expect(["convert", "ft", "m"], "", status=2, stdin="9" * 10 + "x" * 60_000)
     check(len(result.err) < 400 and "'9999999999xxxx" in result.err, "convert", result.err[:1000])
+    result = expect(["parse", "--json", "m"], "", status=2, stdin="5 m " + "é" * 30_000)
+    check(len(result.err) < 400 and json.loads(result.err)["input"] == "5 m " + "é" * 56 + "…",
+          "the input of a JSON failure", result.err[:1000])
+    # A line of 5 MB is not held at all: one short message, in plain text and
+    # in JSON, and the next line is answered.
+    for text in ["5 m " + "x" * 5_000_000, "1 " + "m " * 2_500_000, "\x00" * 5_000_000]:
+        result = expect(["parse", "m"], "1.524\n", status=2, stdin=text + "\n5 ft\n")
+        check(result.err == "mensura: line 1: ParseFailure: the line is longer than 65536 bytes\n",
+              "a line of 5 MB", result.err[:1000])
+        result = run("parse", "--json", "m", stdin=text + "\n5 ft\n")
+        check(result.status == 2 and json.loads(result.out)["line"] == 2 and
+              json.loads(result.err)["line"] == 1 and len(result.err) < 1000, "as JSON",
+              result.err[:1000])
+    # A long unit, asked by interactive, is refused at once.
+    result = expect(["interactive"], f"{HAVE}{WANT}{WANT}  1 m\n{HAVE}\n",
+                    stdin="1 m\n" + "m " * 30_000 + "\nm\n")
+    check(len(result.err) < 400 and "too long for a unit" in result.err, "a long unit",
+          result.err[:1000])
+    # Nor is a line larger than the memory bound.
+    result, peak = run_measured(["parse", "m"], b"1 " + b"m " * 20_000_000 + b"\n5 ft\n")
+    check(result.status == 2 and result.out == "1.524\n" and peak < MEMORY_BOUND_KB,
+          f"a line of 40 MB: {peak} KB", result)
 
 
 def test_parse_json_failures_carry_the_reason_without_the_excerpt():
@@ -620,6 +671,158 @@ def test_show_dimensions_and_offsets():
     data = json.loads(run("show", "--json", "yd").out)
     check(math.isclose(data["factor"]["value"], 0.9144, rel_tol=1e-15) and
           data["factor"]["reference"] == 0x2001, "yd", data)
+
+
+# lines that fail, streams and their errors -------------------------------------
+
+def test_bad_lines_are_reported_by_number_and_the_others_answered():
+    # Each kind of bad line, among good ones, many times over: every good
+    # line is answered in order, every bad one reported once with its
+    # number, blank lines skipped.
+    kinds = [
+        (b"5 ft", "1.524"),
+        (b"6 in\r", "0.1524"),  # a CRLF line end
+        (b"5 fleet", "'fleet' is not a known unit or mark"),
+        (b"1\x002 m", "it holds a NUL byte"),  # read up to its NUL, it would be 1
+        (b"1\x00", "it holds a NUL byte"),
+        (b"5 m\xff", "it is not valid UTF-8"),
+        (b"1e400 m", "its value in meter (0x2001) is too large for a double"),
+        (b"1e308 km", "its value in meter (0x2001) is too large for a double"),
+        (b"-1e400 m", "its value in meter (0x2001) is too large for a double"),
+        (b"1e-400 m", "0"),  # too near 0 for a double: 0
+        (b"", None),
+        (b"x" * 70_000, "the line is longer than 65536 bytes"),
+    ]
+    rounds = 300
+    stdin = b"".join(text + b"\n" for _ in range(rounds) for text, _ in kinds)
+    result = run("parse", "m", stdin=stdin)
+    answers = [answer for text, answer in kinds if answer is not None and
+               re.fullmatch(r"-?[0-9.]+", answer)]
+    check(result.status == 2 and result.out == "".join(a + "\n" for a in answers) * rounds,
+          "every good line answered", result)
+    reports = re.findall(r"^mensura: line ([0-9]+): ParseFailure: (.*)$", result.err, re.M)
+    expected = [(str(i * len(kinds) + k + 1), answer) for i in range(rounds)
+                for k, (text, answer) in enumerate(kinds)
+                if answer is not None and answer not in answers]
+    check(reports == expected, "every bad line reported once by its number", result.err[:3000])
+    check(len(result.err) < 400 * len(expected), "short reports", result.err[:3000])
+    # The caret stands under the NUL byte, shown as a blank.
+    result = expect(["parse", "m"], "2\n", status=2, stdin=b"1\x002 m\n2 m\n")
+    check(marked_text(result.err) == ("1 2 m", " "), "the NUL byte", result)
+    # As JSON too, one object a line.
+    result = run("parse", "--json", "m", stdin=stdin[:2_000_000])
+    failures = [json.loads(line) for line in result.err.splitlines()]
+    check([str(f["line"]) for f in failures] == [line for line, _ in expected[:len(failures)]]
+          and len(failures) > 100, "the failures as JSON", result.err[:3000])
+
+
+def test_convert_refuses_what_is_no_finite_double():
+    cases = [
+        ("1", "1000000", None),
+        ("1e308", None, "cannot convert 1e308 kilometer (0x2009) into millimeter (0x200E): "
+                        "the value is too large for a double"),
+        ("1e400", None, "'1e400' is too large for a double"),
+        ("-1e999999999999", None, "'-1e999999999999' is too large for a double"),
+        ("1" + "0" * 400, None, "is too large for a double"),
+        ("inf", None, "'inf' is not a finite number"),
+        ("-infinity", None, "'-infinity' is not a finite number"),
+        ("nan", None, "'nan' is not a finite number"),
+        ("1e-400", "0", None),
+        ("-0." + "0" * 400 + "1", "-0", None),
+        ("4e-324", twelve(5e-324 * 1e6), None),  # the least denormal still is one
+        ("1\x002", None, "cannot read '1\\x002' as a number"),
+    ]
+    stdin = "".join(value + "\n" for value, _, _ in cases)
+    result = run("convert", "km", "mm", stdin=stdin)
+    answers = [answer for _, answer, _ in cases if answer is not None]
+    check(result.status == 2 and result.out == "".join(a + "\n" for a in answers), "answers",
+          result)
+    errors = result.err.splitlines()
+    failing = [(n + 1, message) for n, (_, answer, message) in enumerate(cases) if answer is None]
+    check(len(errors) == len(failing), "one line a failure", result)
+    for line, (number, message) in zip(errors, failing):
+        check(line.startswith(f"mensura: line {number}: ") and message in line, message, result)
+    # The largest double converts; from the command line too, the others fail.
+    expect(["convert", "1.7976931348623157e308", "m", "m"], "1.79769313486e+308\n")
+    for value in ["1e308", "inf", "1e400"]:
+        result = expect(["convert", value, "km", "mm"], "", status=2)
+        check("too large" in result.err or "not a finite" in result.err, value, result)
+
+
+def test_parse_format_and_interactive_refuse_infinities():
+    result = expect(["parse", "1e400 m", "m"], "", status=2)
+    check(result.err == "mensura: ParseFailure: its value in meter (0x2001) is too large for a "
+          "double\n  1e400 m\n  ^~~~~~~\n", "parse", result)
+    result = expect(["parse", "--json", "1e308 km", "m"], "", status=2)
+    check(json.loads(result.err)["error"] == "ParseFailure", "parse --json", result)
+    result = expect(["format", "1e308", "m", "--symbol", "mm"], "", status=2)
+    check("the value is too large for a double" in result.err, "format into mm", result)
+    for value in ["inf", "nan", "1e400"]:
+        result = expect(["format", value, "m"], "", status=2)
+        check(f"'{value}' is" in result.err, f"format {value}", result)
+    # A text too large for a double is a text that does not read; so is a
+    # value that becomes too large in the unit asked for.
+    result = expect(["interactive"], f"{HAVE}{HAVE}{WANT}{HAVE}{WANT}  1e+300 m\n{HAVE}\n",
+                    stdin="1e400 m\n1e300 m\nfm\n1e300 m\nm\n")
+    check(result.err.count("too large for a double") == 2 and
+          "its value in femtometer (0x2012) is too large" in result.err, "interactive", result)
+
+
+def stdin_of(path, *arguments, stdout=subprocess.PIPE):
+    """Runs the tool with a file or folder opened as its standard input."""
+    descriptor = os.open(path, os.O_RDONLY)
+    try:
+        completed = subprocess.run([TOOL, *arguments], stdin=descriptor, stdout=stdout,
+                                   stderr=subprocess.PIPE, env=ENVIRONMENT, timeout=120)
+    finally:
+        os.close(descriptor)
+    out = completed.stdout.decode("utf-8") if completed.stdout is not None else ""
+    return Result(completed.returncode, out, completed.stderr.decode("utf-8"))
+
+
+def test_read_and_write_errors_exit_3():
+    folder = os.path.dirname(os.path.abspath(__file__))
+    for arguments, out in [(["parse", "m"], ""), (["convert", "ft", "m"], ""),
+                           (["interactive"], f"{HAVE}\n")]:
+        result = stdin_of(folder, *arguments)
+        check(result.status == 3 and result.out == out and
+              result.err == "mensura: cannot read standard input: Is a directory\n",
+              f"{arguments}: a folder as input", result)
+    if not os.path.exists("/dev/full"):
+        return
+    # A full disk: one message, also for a long stream, which stops there.
+    with tempfile.NamedTemporaryFile() as lines, open("/dev/full", "wb") as full:
+        lines.write(b"5\n" * 200_000)
+        lines.flush()
+        for arguments in [["parse", "5 ft", "m"], ["list"], ["show", "ft"], ["--help"],
+                          ["format", "1", "m"], ["--version"], ["parse", "m"],
+                          ["convert", "ft", "m"], ["interactive"]]:
+            result = stdin_of(lines.name, *arguments, stdout=full)
+            check(result.status == 3 and result.err.endswith(
+                "mensura: cannot write standard output: No space left on device\n") and
+                len(result.err) < 2000, f"{arguments} > /dev/full", result.err[-2000:])
+
+
+def test_streams_a_million_lines_in_flat_memory():
+    count = 1_000_000
+    result, peak = run_measured(["parse", "m"], b"5 ft\n" * count)
+    check(result.status == 0 and result.err == "", "no failure", result.err[:1000])
+    check(result.out == "1.524\n" * count, f"{count} answers")
+    check(peak < MEMORY_BOUND_KB, f"{peak} KB, at most {MEMORY_BOUND_KB} KB")
+
+
+def test_interactive_under_bad_lines():
+    # A NUL byte fails a text and a unit alike; CRLF line ends are line ends;
+    # a line too long is reported and the question comes again.
+    result = expect(["interactive"],
+                    f"{HAVE}{HAVE}{WANT}{WANT}  {twelve(5 * 0.3048)} m\n"
+                    f"{HAVE}{HAVE}{WANT}  60 in\n{HAVE}\n",
+                    stdin=b"1\x002 m\r\n5 ft\r\nm\x00x\r\nm\r\n" + b"x" * 70_000 +
+                    b"\n5 ft\nin\n")
+    failures = result.err.split("mensura: ")[1:]
+    check(len(failures) == 3 and failures[0].startswith("ParseFailure: it holds a NUL byte") and
+          failures[1] == "'m\\x00x' holds a NUL byte\n" and
+          failures[2] == "the line is longer than 65536 bytes\n", "three failures", result)
 
 
 # the tool as a whole ----------------------------------------------------------
