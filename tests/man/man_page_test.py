@@ -7,8 +7,9 @@ Reads the commands from the "commands:" part of `mensura --help` and the
 options (every --word) from `mensura --help` and `mensura COMMAND --help`, so
 that the check follows the tool as it grows. Fails, naming what is missing,
 unless the page has a subsection (.SS) for every command, every option of a
-command in that command's subsection, and every option of `mensura --help`
-somewhere in the page.
+command in that command's subsection, every option of `mensura --help`
+somewhere in the page, and the exit statuses of `mensura --help` in its EXIT
+STATUS section.
 """
 import re
 import subprocess
@@ -78,6 +79,20 @@ def plain_text(roff):
     return "\n".join(words), {name: "\n".join(lines) for name, lines in sections.items()}
 
 
+def exit_statuses_of_help(help_text):
+    """The statuses of the "exit status:" part: lines "  N  meaning"."""
+    part = help_text.split("\nexit status:\n", 1)
+    if len(part) != 2:
+        raise SystemExit("'mensura --help' has no \"exit status:\" part")
+    return re.findall(r"^  ([0-9]+)  ", part[1].split("\n\n", 1)[0], re.M)
+
+
+def exit_statuses_of_page(roff):
+    """The statuses that the page's EXIT STATUS section lists, one .TP each."""
+    section = re.search(r"^\.SH EXIT STATUS\n(.*?)(?=^\.SH )", roff, re.M | re.S)
+    return re.findall(r"^\.TP\n\.B ([0-9]+)$", section.group(1), re.M) if section else []
+
+
 def has_option(text, option):
     return re.search(r"(?<![\w-])" + re.escape(option) + r"(?![\w-])", text) is not None
 
@@ -87,7 +102,8 @@ def main():
         raise SystemExit(__doc__)
     tool, page = sys.argv[1], sys.argv[2]
     with open(page, encoding="utf-8") as file:
-        text, sections = plain_text(file.read())
+        roff = file.read()
+    text, sections = plain_text(roff)
 
     tool_help = run_help(tool, "--help")
     commands = commands_of(tool_help)
@@ -95,6 +111,10 @@ def main():
     for option in options_of(tool_help):
         if not has_option(text, option):
             missing.append(f"{option} (mensura --help)")
+    statuses = exit_statuses_of_help(tool_help)
+    if exit_statuses_of_page(roff) != statuses:
+        missing.append(f"the exit statuses {', '.join(statuses)} in EXIT STATUS, as "
+                       f"'mensura --help' has them")
     checked = 0
     for command in commands:
         if command not in sections:
