@@ -39,13 +39,30 @@ NumberSettings::NumberSettings()
     IndexTokens();
 }
 
+NumberTokenTree NumberSettings::TokensWithout(const char16_t* const* texts,
+                                              std::size_t count) const {
+    // Built anew, the table also leaves behind the room that erasing would
+    // leave unused: a caller that switches settings back and forth must not
+    // make it grow.
+    NumberTokenTree tokens;
+    for (const auto& [key, code] : numberTokens.Keys()) {
+        if (std::none_of(texts, texts + count,
+                         [&key = key](const char16_t* text) { return key == text; })) {
+            tokens.InsertOrAssign(key.c_str(), code);
+        }
+    }
+    return tokens;
+}
+
 void NumberSettings::ReplaceToken(std::u16string& setting, const char16_t* text, int code) {
-    numberTokens.Erase(setting.c_str());
-    setting = text;
-    numberTokens.InsertOrAssign(setting.c_str(), code);
-    // Erasing leaves room unused in the table; a caller that switches
-    // settings back and forth must not make it grow.
-    numberTokens.Compact();
+    // Everything that allocates comes first, on copies; the commit below
+    // cannot fail, so that a setter that runs out of memory changes nothing.
+    std::u16string replacement(text);
+    const char16_t* old = setting.c_str();
+    NumberTokenTree tokens = TokensWithout(&old, 1);
+    tokens.InsertOrAssign(replacement.c_str(), code);
+    setting.swap(replacement);
+    numberTokens = std::move(tokens);
     IndexTokens();
 }
 
@@ -89,16 +106,20 @@ ErrorCode NumberSettings::SetNativeDigits(const char16_t* digits) {
     if (std::adjacent_find(sorted.begin(), sorted.end()) != sorted.end()) {
         return ErrorCode::Failure;
     }
+    // The new table first, as ReplaceToken builds it.
+    char16_t oldDigits[10][2] = {};
+    const char16_t* erased[10];
     for (int d = 0; d < 10; ++d) {
-        const char16_t old[] = {nativeDigits[d], 0};
-        numberTokens.Erase(old);
+        oldDigits[d][0] = nativeDigits[d];
+        erased[d] = oldDigits[d];
+    }
+    NumberTokenTree tokens = TokensWithout(erased, 10);
+    for (int d = 0; d < 10; ++d) {
+        const char16_t digit[] = {digits[d], 0};
+        tokens.InsertOrAssign(digit, NumberToken::Digit(d));
     }
     std::copy_n(digits, nativeDigits.size(), nativeDigits.begin());
-    for (int d = 0; d < 10; ++d) {
-        const char16_t digit[] = {nativeDigits[d], 0};
-        numberTokens.InsertOrAssign(digit, NumberToken::Digit(d));
-    }
-    numberTokens.Compact();
+    numberTokens = std::move(tokens);
     IndexTokens();
     return ErrorCode::Success;
 }
@@ -156,7 +177,8 @@ ErrorCode NumberSettings::SetNumberGroupSizes(const int* sizes, int count) {
         const int lowest = i + 1 < count ? 1 : 0;
         if (sizes[i] < lowest || sizes[i] > kMaxGroupSize) return ErrorCode::Failure;
     }
-    groupSizes.assign(sizes, sizes + count);
+    std::vector<int> copy(sizes, sizes + count);
+    groupSizes.swap(copy);
     return ErrorCode::Success;
 }
 

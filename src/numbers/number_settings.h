@@ -125,9 +125,12 @@ private:
     // The scanner behind ScanNumber's first look.
     Result ReadNumber(const char16_t* text, double* value, std::uint32_t* flags,
                       bool everyday) const;
-    // Erases the old text from NumberTokens, stores the new one, and inserts
-    // it with code.
+    // Stores text in setting, and makes NumberTokens hold it with code in
+    // place of the old text. All or nothing: on an allocation failure the
+    // settings and the table stay as they were.
     void ReplaceToken(std::u16string& setting, const char16_t* text, int code);
+    // A new table with the keys of NumberTokens but the count texts given.
+    NumberTokenTree TokensWithout(const char16_t* const* texts, std::size_t count) const;
     // Fills the scanner's table from NumberTokens and the settings.
     void IndexTokens();
     // Whether a token of some length may begin with unit: when not, the

@@ -72,6 +72,107 @@ TEST(OutOfMemory, ANewSymbolStringIsThereWholeOrNotAtAll) {
     EXPECT_TRUE(succeeded);
 }
 
+// What a caller sees of a formatter: every number setting and default, and
+// what it makes of texts and values that use the tokens the setters below
+// change, before and after.
+struct Seen {
+    std::vector<std::u16string> texts;
+    std::vector<double> numbers;
+    bool operator==(const Seen& other) const {
+        return texts == other.texts && numbers == other.numbers;
+    }
+};
+
+Seen Look(const Formatter& formatter) {
+    Seen seen;
+    char16_t buffer[64] = {};
+    formatter.GetNativeDigits(buffer);
+    seen.texts.emplace_back(buffer, 10);
+    for (const auto get :
+         {&Formatter::GetPositiveSign, &Formatter::GetNegativeSign,
+          &Formatter::GetNumberDecimalSeparator, &Formatter::GetNumberGroupSeparator}) {
+        (formatter.*get)(buffer, 64);
+        seen.texts.emplace_back(buffer);
+    }
+    int sizes[8] = {};
+    if (formatter.GetNumberGroupSizes(nullptr) <= 8) {
+        seen.numbers.push_back(static_cast<double>(formatter.GetNumberGroupSizes(sizes)));
+        seen.numbers.insert(seen.numbers.end(), sizes, sizes + 8);
+    }
+    seen.numbers.push_back(formatter.GetNumberDecimalDigits());
+    seen.numbers.push_back(static_cast<double>(formatter.GetNumber()));
+    seen.numbers.push_back(formatter.GetDefaultSymbol(kMeter));
+    seen.numbers.push_back(formatter.GetDefaultUnit(kLength));
+    for (const char16_t* text : {u"1.5 m", u"1,234.5 m", u"-2 m", u"5", u"1##5 m", u"1_234##5 m",
+                                 u"~2 m", u"p3 m", u"\u0661.\u0665 m"}) {
+        double value = -1.0;
+        seen.numbers.push_back(static_cast<double>(formatter.Parse(text, value, kMeter)));
+        seen.numbers.push_back(value);
+    }
+    for (const double value : {1.5, 1234567.25, -2.0}) {
+        const ErrorCode code = formatter.Format(value, kMeter, buffer, 64);
+        seen.texts.emplace_back(code == ErrorCode::Success ? buffer : u"#");
+    }
+    return seen;
+}
+
+// Each setter in turn with every allocation of the call made to fail, until
+// one call gets through: after every failure the formatter is as it was, and
+// the call that gets through changes what a caller sees.
+TEST(OutOfMemory, ANumberSetterOrADefaultChangesAllOrNothing) {
+    using Setter = ErrorCode (*)(Formatter&);
+    const struct {
+        const char* name;
+        Setter set;
+    } setters[] = {
+        {"decimal separator", [](Formatter& f) { return f.SetNumberDecimalSeparator(u"##"); }},
+        {"group separator", [](Formatter& f) { return f.SetNumberGroupSeparator(u"_"); }},
+        {"negative sign",
+         [](Formatter& f) {
+             f.SetNegativeSign(u"~");
+             return ErrorCode::Success;
+         }},
+        {"positive sign",
+         [](Formatter& f) {
+             f.SetPositiveSign(u"p");
+             return ErrorCode::Success;
+         }},
+        {"native digits",
+         [](Formatter& f) {
+             return f.SetNativeDigits(
+                 u"\u0660\u0661\u0662\u0663\u0664\u0665\u0666\u0667\u0668"
+                 u"\u0669");
+         }},
+        {"group sizes",
+         [](Formatter& f) {
+             const int sizes[] = {2, 3, 0};
+             return f.SetNumberGroupSizes(sizes, 3);
+         }},
+        {"decimal digits", [](Formatter& f) { return f.SetNumberDecimalDigits(4); }},
+        {"default symbol", [](Formatter& f) { return f.SetDefaultSymbol(0x202001); }},
+        {"default unit", [](Formatter& f) { return f.SetDefaultUnit(kFoot); }},
+    };
+    for (const auto& setter : setters) {
+        Formatter formatter(1033);
+        const Seen before = Look(formatter);
+        bool succeeded = false;
+        long allowed = 0;
+        for (; !succeeded && allowed < 5000; ++allowed) {
+            MensuraTest::FailAfter(allowed);
+            try {
+                succeeded = setter.set(formatter) == ErrorCode::Success;
+            } catch (const std::bad_alloc&) {
+            }
+            MensuraTest::FailAfter(-1);
+            if (!succeeded) {
+                ASSERT_TRUE(Look(formatter) == before) << setter.name << " failing at " << allowed;
+            }
+        }
+        EXPECT_TRUE(succeeded) << setter.name;
+        EXPECT_FALSE(Look(formatter) == before) << setter.name;
+    }
+}
+
 // No exception reaches a caller in C: a formatter that cannot be made is
 // null, and a setter that runs out of memory reports a failure.
 TEST(OutOfMemory, TheFlatFunctionsReportItAsFailure) {
