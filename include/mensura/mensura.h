@@ -50,12 +50,11 @@ enum MensuraErrorCode {
     MENSURA_UNIT_MISMATCH = 4  /* an unknown unit, or two units of other dimensions */
 };
 
-/* The selectors of FormatterNumberSetting. data points to ten MensuraChar16
- * digits for the native digits; to a text for a sign or separator (a buffer
- * of size units to read one); to an int for the decimal digits and the
- * number format; to the group sizes as ints, size counting them to set and
- * receiving them all to read, while a size of 0 writes their count as a
- * 64-bit unsigned integer instead. */
+/* The selectors of FormatterNumberSetting and FormatterNumberSettingChecked,
+ * with what data points to: ten MensuraChar16 digits, no terminator, for the
+ * native digits (0 to 2); a text for a sign or separator; an int for the
+ * decimal digits (0 to 99) and the number format (a NumberFormat of
+ * mensura.hpp, stored unchecked); ints for the group sizes. */
 enum MensuraNumberSetting {
     MENSURA_GET_NATIVE_DIGITS = 0,
     MENSURA_SET_NATIVE_DIGITS = 1,
@@ -107,12 +106,15 @@ MENSURA_API int Convert(double value, int from, double* out, int to);
 
 /* The constant factor that takes a value in `from` to `to`, or 0.0 where there
  * is none (unknown unit, other dimensions, or a scale with an offset such as
- * degree Celsius). */
+ * degree Celsius). Ids that agree in their low 20 bits give 1.0, as Convert
+ * copies their value, even when they name no unit (0 and 0, -1 and -1). */
 MENSURA_API double ConversionFactor(int from, int to);
 
 /* Converts count values from `from` into `to`, each bit for bit as Convert
  * would; out may equal values. 0; 4, with nothing written, for an unknown or
- * mismatched pair; 1 for a null pointer with a count above 0. */
+ * mismatched pair; 1 for a null pointer with a count above 0. As with
+ * Convert, ids that agree in their low 20 bits copy the values and give 0,
+ * even when they name no unit. */
 MENSURA_API int ConvertArray(const double* values, double* out, size_t count, int from, int to);
 
 /* Writes the seven exponents of a group, unit type or symbol id's dimensions
@@ -127,14 +129,56 @@ MENSURA_API int GetUnitDimensions(int id, int dimensions[7]);
 MENSURA_API MensuraFormatter* CreateFormatter(int locale);
 /* Ends a formatter from CreateFormatter. Null is ignored. */
 MENSURA_API void DestroyFormatter(MensuraFormatter* formatter);
-/* Reads or changes one number setting, chosen by selector 0 to 16. */
+/* Reads or changes one number setting, chosen by selector 0 to 16; 1 for a
+ * null formatter or data and for any other selector. What size means depends
+ * on the selector, and most selectors do not look at it at all, so data must
+ * hold what the selector reads or writes whatever size says:
+ * - 0 writes ten units (20 bytes) and 1 and 2 read ten units, terminator or
+ *   not, whatever size is; 1 and 2 give 1, nothing changed, when two digits
+ *   are equal.
+ * - 3, 7, 11 and 15 copy the text into data of size units (not bytes), cut to
+ *   size - 1 units and always terminated; a size of 0 writes nothing. They
+ *   give 0 even when the text was cut.
+ * - 4, 8, 12 and 16 read data up to its terminator, whatever size is; 8 and
+ *   12 give 1, nothing changed, for an empty text.
+ * - 5 and 9 write one int, 6 and 10 read one, whatever size is; 6 gives 1,
+ *   nothing changed, outside 0 to 99.
+ * - 13 with a size of 0 writes the count of group sizes as a uint64_t (8
+ *   bytes): data must then hold a uint64_t, not an int. With any other size
+ *   it writes all the group sizes as ints, count times 4 bytes, whatever size
+ *   is: ask for the count first.
+ * - 14 reads size ints (size counts ints here, not bytes); 1, nothing
+ *   changed, for a size of 0 or above INT_MAX or sizes out of range (see
+ *   Formatter::SetNumberGroupSizes in mensura.hpp).
+ * FormatterNumberSettingChecked is the same with size as the capacity of
+ * data in bytes, honoured by every selector. */
 MENSURA_API int FormatterNumberSetting(MensuraFormatter* formatter, int selector, void* data,
                                        size_t size);
+/* FormatterNumberSetting with size the count of BYTES that data holds, for
+ * every selector; nothing is read or written beyond them. Where size is too
+ * small for the selector it returns 1 and reads, writes and changes nothing:
+ * - 0, 1, 2: the ten digits need 20 bytes.
+ * - 5, 6, 9, 10: the int needs 4 bytes.
+ * - 3, 7, 11, 15: the text is copied into size / 2 units, which must be at
+ *   least 1, cut and terminated as FormatterNumberSetting does; 0 even when
+ *   cut.
+ * - 4, 8, 12, 16: the terminator must stand within the first size / 2 units.
+ * - 13 writes all the group sizes as ints when 4 times their count is at
+ *   most size. It gives no count: take it from FormatterNumberSetting with
+ *   selector 13 and a size of 0 (into a uint64_t), or from
+ *   Formatter::GetNumberGroupSizes(nullptr) in mensura.hpp.
+ * - 14 sets size / 4 ints: size must be a non-zero multiple of 4.
+ * 1 for a null formatter or data and for any other selector; otherwise the
+ * codes of FormatterNumberSetting. */
+MENSURA_API int FormatterNumberSettingChecked(MensuraFormatter* formatter, int selector, void* data,
+                                              size_t size);
 /* Reads, sets or removes a symbol's formatting or parsing string: selector 1
  * reads the formatting string into data of size units, 2 sets it from data, 3
- * reads the parsing string, 4 sets it; an empty text removes. 1 for a null
- * formatter or data and for any other selector; else as the members of
- * Formatter in mensura.hpp. */
+ * reads the parsing string, 4 sets it; an empty text removes. The setters read
+ * data up to its terminator and do not look at size. 1 for a null formatter or
+ * data and for any other selector; else as the members of Formatter in
+ * mensura.hpp: a read gives 3 for an id that names no symbol, as for a symbol
+ * without a string, and a set gives 1. */
 MENSURA_API int FormatterSymbolStringSetting(MensuraFormatter* formatter, int selector, int symbol,
                                              MensuraChar16* data, size_t size);
 
@@ -146,10 +190,20 @@ MENSURA_API int FormatterReadingSetting(MensuraFormatter* formatter, int selecto
 
 /* Text ------------------------------------------------------------------- */
 
-/* Renders value, given in `unit`, as text with a symbol (0 for the default). */
+/* Renders value, given in `unit`, as text with a symbol (0 for the default),
+ * as Formatter::Format in mensura.hpp does, and writes the value in the
+ * symbol's unit to *converted. Unlike the member, converted must not be null:
+ * 1 for a null formatter, buffer or converted. Otherwise 0; 1 for an unknown
+ * unit or symbol (a group id is no unit here, though it may be the symbol)
+ * and for a size that cannot hold the text and its terminator, when the
+ * first size units of buffer are undefined; 4 for a symbol of other
+ * dimensions. */
 MENSURA_API int Format(MensuraFormatter* formatter, double value, int unit, MensuraChar16* buffer,
                        size_t size, int symbol, double* converted);
-/* Reads text into a value in `unit`. *value is left alone on failure. */
+/* Reads text into a value in `unit`, as Formatter::Parse in mensura.hpp: 0;
+ * 2 for a text that does not read, an unknown unit (a group id included) or
+ * a text of another quantity; 1 for a null formatter, text or value, where
+ * the member gives 2 for a null text. *value is left alone on failure. */
 MENSURA_API int Parse(MensuraFormatter* formatter, const MensuraChar16* text, double* value,
                       int unit);
 
@@ -189,14 +243,47 @@ MENSURA_API int ExplainParse(MensuraFormatter* formatter, const MensuraChar16* t
 
 /* Catalogue -------------------------------------------------------------- */
 
-/* Each list query returns the count; with a non-null ids it also writes that
- * many ids. Ask for the count first: there is no capacity argument. */
+/* Each Get list query returns the count; with a non-null ids it also writes
+ * that many ids. Ask for the count first: there is no capacity argument. The
+ * Copy ones below take one.
+ *
+ * GetUnitGroups gives the 68 group ids, 0x1000 to 0x44000.
+ *
+ * GetUnitTypes takes the group from bits 12-19 of `group` (0 for an unknown
+ * group) and writes id i as group | (i + 1): every other bit of the argument
+ * is merged into each id, not masked away. Only a pure group id gives pure
+ * unit type ids; GetUnitTypes(0x202017) gives 66 ids that all keep 0x202017's
+ * bits, 0x202017 itself seven times first, then 0x20201F, and never names
+ * most types of the group.
+ *
+ * GetUnitSymbols takes the unit type from bits 0-19 of `id` (0 unless both
+ * the group and type are known, so 0 for a group id) and writes id i as
+ * id | ((i + 1) << 20): a symbol number already in the argument is OR-ed with
+ * each one, so GetUnitSymbols(0x202017) gives 0x302017, 0x202017, 0x302017.
+ * Bits 28-31 stay in every id too. */
 MENSURA_API size_t GetUnitGroups(int* ids);
 MENSURA_API size_t GetUnitTypes(int group, int* ids);
 MENSURA_API size_t GetUnitSymbols(int id, int* ids);
+
+/* The list queries with a capacity: each returns the count, as the Get ones
+ * do for a pure argument, and writes the first min(count, capacity) ids;
+ * null ids or a capacity of 0 write nothing. CopyUnitTypes takes only the
+ * group field (bits 12-19) of `group` and writes pure unit type ids
+ * (group | type) in order. CopyUnitSymbols takes only the group and type
+ * fields (bits 0-19) of `id` and puts each symbol number in place of its
+ * symbol field: CopyUnitSymbols(0x202017, ...) gives 0x102017, 0x202017,
+ * 0x302017; a group id, which holds no type, gives 0 symbols. */
+MENSURA_API size_t CopyUnitGroups(int* ids, size_t capacity);
+MENSURA_API size_t CopyUnitTypes(int group, int* ids, size_t capacity);
+MENSURA_API size_t CopyUnitSymbols(int id, int* ids, size_t capacity);
+
 /* The display name of a group, unit type or symbol id in the language of
- * locale: "Length", "meter", "m"; 1 for a null buffer, an unknown id, or a size
- * not above the name's length. Safe to call from several threads at once. */
+ * locale, by the rule of CreateFormatter (2052 Simplified Chinese, every
+ * other id English): "Length", "meter", "m". Copies the name with its
+ * terminator; 1, with the buffer left as it was, for a null buffer, an
+ * unknown id, or a size not above the name's length. Bits 28-31 of id are
+ * not read. Keeps nothing per locale id and allocates nothing; safe to call
+ * from several threads at once. */
 MENSURA_API int GetDisplayName(int locale, int id, MensuraChar16* buffer, size_t size);
 
 /* Looking a unit up by its text ------------------------------------------ */

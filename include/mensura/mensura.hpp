@@ -105,20 +105,34 @@ public:
     // the value without a lookup.
     static ErrorCode Convert(double value, int from, double& out, int to);
     // The multiplier from `from` to `to`, or 0.0 where no pure ratio exists.
+    // Ids that agree in their low 20 bits give 1.0, known or not.
     static double Factor(int from, int to);
     // The 68 group ids, 0x1000 to 0x44000. Returns the count; writes the ids
     // when ids is not null.
     static size_t GetUnitGroups(int* const ids);
-    // The unit type ids of a group, each being `group` with its type number
-    // merged in. Returns the count, 0 for an unknown group.
+    // The unit type ids of a group. The group field (bits 12-19) of `group`
+    // chooses the group, and id i is `group | (i + 1)`: every other bit of the
+    // argument, a type or symbol number included, is merged into each id, so
+    // that only a pure group id gives pure unit type ids. Returns the count, 0
+    // for an unknown group; writes them all when ids is not null.
     static size_t GetUnitTypes(int group, int* const ids);
+    // The group ids as GetUnitGroups gives them, at most `capacity` of them
+    // written. Returns the count (68); null ids or a capacity of 0 write
+    // nothing.
+    static size_t CopyUnitGroups(int* const ids, size_t capacity);
+    // The pure unit type ids (group | type) of the group field of `group`,
+    // its other bits dropped, in order; at most `capacity` of them written.
+    // Returns the count, 0 for an unknown group; null ids or a capacity of 0
+    // write nothing.
+    static size_t CopyUnitTypes(int group, int* const ids, size_t capacity);
     // The seven exponents of a group, unit type or symbol id (order as in
     // Quantity). Failure, with dimensions left alone, for an unknown id.
     static ErrorCode GetUnitDimensions(int id, int (&dimensions)[7]);
     // Converts count values from `from` into `to`, each bit for bit as
     // Convert would; out may be values itself. UnitMismatch, with nothing
     // written, for an unknown or mismatched pair; Failure for a null pointer
-    // with a count above 0.
+    // with a count above 0. Ids that agree in their low 20 bits copy the
+    // values, known or not.
     static ErrorCode ConvertArray(const double* values, double* out, size_t count, int from,
                                   int to);
 
@@ -295,9 +309,17 @@ public:
     ErrorCode GetSymbolParsingString(int symbol, char16_t* buffer, size_t size) const;
 
     // The symbol ids of a unit type, symbol 1 (the spelled-out name) first.
-    // Returns the count, 0 unless id holds a group and a type; writes the ids
-    // when ids is not null.
+    // Returns the count, 0 unless id holds a group and a type; writes them
+    // all when ids is not null. Id i is `id | ((i + 1) << 20)`: the bits of
+    // the argument are merged, not masked, so an id that holds a symbol
+    // number gives ids with both numbers OR-ed together.
     static size_t GetUnitSymbols(int id, int* const ids);
+    // The symbol ids of the unit type named by the group and type fields of
+    // `id` (bits 0-19; the symbol field and bits 28-31 are dropped), symbol 1
+    // first, at most `capacity` of them written. Returns the count, 0 unless
+    // id holds a known group and type; null ids or a capacity of 0 write
+    // nothing.
+    static size_t CopyUnitSymbols(int id, int* const ids, size_t capacity);
     // The display name of a group, unit type or symbol id in this formatter's
     // language. Failure for a null buffer, an unknown id, or a size not above
     // the name's length (the buffer is then left as it was).

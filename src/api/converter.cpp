@@ -1,4 +1,4 @@
-// The Converter class and the flat conversion functions.
+// The Converter class, and beside its list queries Formatter::CopyUnitSymbols.
 #include <algorithm>
 
 #include "catalogue/unit_catalog.h"
@@ -129,6 +129,23 @@ size_t Converter::GetUnitGroups(int* const ids) {
 
 size_t Converter::GetUnitTypes(int group, int* const ids) {
     return UnitTable::Instance().ListUnitTypes(group, ids);
+}
+
+size_t Converter::CopyUnitGroups(int* const ids, size_t capacity) {
+    const std::size_t count = UnitTable::Instance().GroupCount();
+    const std::size_t written = ids != nullptr ? std::min(count, capacity) : 0;
+    for (std::size_t i = 0; i < written; ++i) ids[i] = static_cast<int>(i + 1) << 12;
+    return count;
+}
+
+size_t Converter::CopyUnitTypes(int group, int* const ids, size_t capacity) {
+    return UnitTable::Instance().CopyUnitTypes(group, ids, capacity);
+}
+
+// Formatter's list query stands beside Converter's: both only read the
+// catalogue.
+size_t Formatter::CopyUnitSymbols(int id, int* const ids, size_t capacity) {
+    return UnitCatalog::Instance().CopyUnitSymbols(id, ids, capacity);
 }
 
 ErrorCode Converter::ConvertArray(const double* values, double* out, size_t count, int from,

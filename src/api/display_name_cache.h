@@ -1,36 +1,26 @@
-// Turns the locale ids that callers pass to the flat GetDisplayName into
-// language indices, by keeping one formatter per locale id ever asked for.
+// The language in which the flat GetDisplayName answers a locale id. Nothing
+// is kept per locale id: the answer follows from the id alone, so a caller
+// that passes any number of distinct ids costs no memory and takes no lock.
 #ifndef MENSURA_API_DISPLAY_NAME_CACHE_H
 #define MENSURA_API_DISPLAY_NAME_CACHE_H
 
-#include <map>
-#include <memory>
-#include <mutex>
-
-#include "mensura/mensura.hpp"
+#include "api/formatter_impl.h"
 
 namespace Mensura {
 
+// The catalogue's language index of `locale`, by the rule of the Formatter
+// constructor: 2052 is Simplified Chinese (1); every other id, 0 and negative
+// ones included, is English (0).
+constexpr int DisplayLanguageOf(int locale) {
+    return locale == FormatterImpl::kSimplifiedChinese ? 1 : 0;
+}
+
+// Once a cache of one formatter per locale id; it holds nothing now. Its
+// instance is still defined with the other process-wide objects in
+// library.cpp, and the class goes with that definition.
 class DisplayNameCache {
-public:
-    DisplayNameCache() = default;
-    ~DisplayNameCache();
-    DisplayNameCache(const DisplayNameCache&) = delete;
-    DisplayNameCache& operator=(const DisplayNameCache&) = delete;
-
-    static DisplayNameCache& Instance() { return s_instance; }
-
-    // The language of `locale`, by the rule of the Formatter constructor. The
-    // first call for a locale id makes its formatter. Safe on several threads.
-    int LanguageOf(int locale);
-    // How many locale ids have a formatter.
-    std::size_t Size();
-
 private:
     static DisplayNameCache s_instance;
-
-    std::mutex lock;
-    std::map<int, std::unique_ptr<Formatter>> formatters;
 };
 
 }  // namespace Mensura

@@ -35,6 +35,7 @@ int Code(ErrorCode code) {
 }
 
 int ApplyNumberSetting(MensuraFormatter* formatter, int selector, void* data, size_t size);
+int ApplyCheckedNumberSetting(MensuraFormatter* formatter, int selector, void* data, size_t size);
 int ApplySymbolStringSetting(MensuraFormatter* formatter, int selector, int symbol,
                              MensuraChar16* data, size_t size);
 
@@ -62,10 +63,24 @@ size_t GetUnitSymbols(int id, int* ids) {
     return UnitCatalog::Instance().ListUnitSymbols(id, ids);
 }
 
+size_t CopyUnitGroups(int* ids, size_t capacity) {
+    return Converter::CopyUnitGroups(ids, capacity);
+}
+
+size_t CopyUnitTypes(int group, int* ids, size_t capacity) {
+    return Converter::CopyUnitTypes(group, ids, capacity);
+}
+
+size_t CopyUnitSymbols(int id, int* ids, size_t capacity) {
+    return Formatter::CopyUnitSymbols(id, ids, capacity);
+}
+
 int GetDisplayName(int locale, int id, MensuraChar16* buffer, size_t size) {
-    if (buffer == nullptr) return static_cast<int>(ErrorCode::Failure);
-    const int language = Mensura::DisplayNameCache::Instance().LanguageOf(locale);
-    return static_cast<int>(UnitCatalog::Instance().CopyDisplayName(id, buffer, size, language));
+    if (buffer == nullptr) return Code(ErrorCode::Failure);
+    return CallFromC([&] {
+        return Code(UnitCatalog::Instance().CopyDisplayName(id, buffer, size,
+                                                            Mensura::DisplayLanguageOf(locale)));
+    });
 }
 
 int FindUnit(const MensuraChar16* text, int* unit) {
@@ -188,6 +203,11 @@ int FormatterNumberSetting(MensuraFormatter* formatter, int selector, void* data
     return CallFromC([&] { return ApplyNumberSetting(formatter, selector, data, size); });
 }
 
+int FormatterNumberSettingChecked(MensuraFormatter* formatter, int selector, void* data,
+                                  size_t size) {
+    return CallFromC([&] { return ApplyCheckedNumberSetting(formatter, selector, data, size); });
+}
+
 int FormatterSymbolStringSetting(MensuraFormatter* formatter, int selector, int symbol,
                                  MensuraChar16* data, size_t size) {
     return CallFromC(
@@ -257,6 +277,62 @@ int ApplyNumberSetting(MensuraFormatter* formatter, int selector, void* data, si
             return Code(ErrorCode::Success);
     }
     return Code(ErrorCode::Failure);
+}
+
+// Whether text holds a terminator within its first `units` units.
+bool EndsWithin(const char16_t* text, size_t units) {
+    for (size_t i = 0; i < units; ++i) {
+        if (text[i] == 0) return true;
+    }
+    return false;
+}
+
+// The selectors of ApplyNumberSetting with size as the bytes that data
+// holds: each checks it first, and hands on only what fits.
+int ApplyCheckedNumberSetting(MensuraFormatter* formatter, int selector, void* data, size_t size) {
+    if (formatter == nullptr || data == nullptr) return Code(ErrorCode::Failure);
+    const size_t units = size / sizeof(char16_t);
+    const size_t numbers = size / sizeof(std::int32_t);
+    switch (selector) {
+        case MENSURA_GET_NATIVE_DIGITS:
+        case MENSURA_SET_NATIVE_DIGITS:
+        case MENSURA_SET_NATIVE_DIGITS_TOO:
+            if (units < 10) return Code(ErrorCode::Failure);
+            break;
+        case MENSURA_GET_NEGATIVE_SIGN:
+        case MENSURA_GET_DECIMAL_SEPARATOR:
+        case MENSURA_GET_GROUP_SEPARATOR:
+        case MENSURA_GET_POSITIVE_SIGN:
+            if (units == 0) return Code(ErrorCode::Failure);
+            return ApplyNumberSetting(formatter, selector, data, units);
+        case MENSURA_SET_NEGATIVE_SIGN:
+        case MENSURA_SET_DECIMAL_SEPARATOR:
+        case MENSURA_SET_GROUP_SEPARATOR:
+        case MENSURA_SET_POSITIVE_SIGN:
+            if (!EndsWithin(static_cast<const char16_t*>(data), units)) {
+                return Code(ErrorCode::Failure);
+            }
+            break;
+        case MENSURA_GET_DECIMAL_DIGITS:
+        case MENSURA_SET_DECIMAL_DIGITS:
+        case MENSURA_GET_NUMBER_FORMAT:
+        case MENSURA_SET_NUMBER_FORMAT:
+            if (numbers == 0) return Code(ErrorCode::Failure);
+            break;
+        case MENSURA_GET_GROUP_SIZES:
+            if (formatter->GetNumberGroupSizes(nullptr) > numbers) return Code(ErrorCode::Failure);
+            formatter->GetNumberGroupSizes(static_cast<std::int32_t*>(data));
+            return Code(ErrorCode::Success);
+        case MENSURA_SET_GROUP_SIZES:
+            // Above INT_MAX sizes, ApplyNumberSetting refuses the count.
+            if (size == 0 || size % sizeof(std::int32_t) != 0) return Code(ErrorCode::Failure);
+            return ApplyNumberSetting(formatter, selector, data, numbers);
+        default:
+            return Code(ErrorCode::Failure);
+    }
+    // The digits, the texts to set and the numbers: ApplyNumberSetting reads
+    // or writes no more than what was checked.
+    return ApplyNumberSetting(formatter, selector, data, size);
 }
 
 int ApplySymbolStringSetting(MensuraFormatter* formatter, int selector, int symbol,

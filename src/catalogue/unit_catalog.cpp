@@ -1,5 +1,7 @@
 #include "catalogue/unit_catalog.h"
 
+#include <algorithm>
+
 #include "notations/format_symbol.h"
 
 namespace Mensura {
@@ -44,6 +46,14 @@ std::size_t UnitCatalog::ListUnitSymbols(int id, int* ids) const {
     if (ids != nullptr) {
         for (std::size_t i = 0; i < count; ++i) ids[i] = (static_cast<int>(i + 1) << 20) | id;
     }
+    return count;
+}
+
+std::size_t UnitCatalog::CopyUnitSymbols(int id, int* ids, std::size_t capacity) const {
+    const int unit = static_cast<int>(static_cast<std::uint32_t>(id) & UnitId::UnitMask);
+    const std::size_t count = ListUnitSymbols(unit, nullptr);
+    const std::size_t written = ids != nullptr ? std::min(count, capacity) : 0;
+    for (std::size_t i = 0; i < written; ++i) ids[i] = (static_cast<int>(i + 1) << 20) | unit;
     return count;
 }
 

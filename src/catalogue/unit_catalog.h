@@ -46,6 +46,10 @@ public:
     // every element) when ids is not null, and returns their count; 0 unless
     // id holds a known group and type.
     std::size_t ListUnitSymbols(int id, int* ids) const;
+    // The symbol ids of the unit type of `id`, from its group and type fields
+    // alone: writes the first min(count, capacity) of them when ids is not
+    // null and returns the count; 0 unless id holds a known group and type.
+    std::size_t CopyUnitSymbols(int id, int* ids, std::size_t capacity) const;
     // Copies the display name of a group, unit type or symbol id with its
     // terminator. Failure when buffer is null, the id or language is unknown,
     // or size is not above the text's length (the buffer is then untouched).

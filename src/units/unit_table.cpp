@@ -1,5 +1,7 @@
 #include "units/unit_table.h"
 
+#include <algorithm>
+
 namespace Mensura {
 
 // The most bytes that the conversion table takes from the table's memory.
@@ -24,6 +26,14 @@ std::size_t UnitTable::ListUnitTypes(int group, int* ids) const {
     if (ids != nullptr) {
         for (std::size_t i = 0; i < count; ++i) ids[i] = static_cast<int>(i + 1) | group;
     }
+    return count;
+}
+
+std::size_t UnitTable::CopyUnitTypes(int group, int* ids, std::size_t capacity) const {
+    const int pure = static_cast<int>(static_cast<std::uint32_t>(group) & UnitId::GroupMask);
+    const std::size_t count = ListUnitTypes(pure, nullptr);
+    const std::size_t written = ids != nullptr ? std::min(count, capacity) : 0;
+    for (std::size_t i = 0; i < written; ++i) ids[i] = pure | static_cast<int>(i + 1);
     return count;
 }
 

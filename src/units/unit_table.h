@@ -60,6 +60,10 @@ public:
     // into every element) when ids is not null, and returns their count; 0
     // for an unknown group.
     std::size_t ListUnitTypes(int group, int* ids) const;
+    // The unit type ids of the group field of `group`, its other bits
+    // dropped: writes the first min(count, capacity) of them when ids is not
+    // null and returns the count; 0 for an unknown group.
+    std::size_t CopyUnitTypes(int group, int* ids, std::size_t capacity) const;
 
     std::size_t GroupCount() const { return groupCount; }
     std::size_t TypeCount() const { return converters.size(); }

@@ -5,14 +5,15 @@ set -eu
 library=$1
 symbols=$(nm -D --defined-only "$library" | awk '{print $3}' | grep -v '^_init$\|^_fini$\|^MENSURA_' || true)
 status=0
-for flat in Convert ConversionFactor GetUnitGroups GetUnitTypes FindUnit; do
+for flat in Convert ConversionFactor GetUnitGroups GetUnitTypes FindUnit \
+  FormatterNumberSettingChecked CopyUnitGroups CopyUnitTypes CopyUnitSymbols; do
   if ! printf '%s\n' "$symbols" | grep -qx "$flat"; then
     echo "missing flat export: $flat"
     status=1
   fi
 done
 stray=$(printf '%s\n' "$symbols" | c++filt | grep -v '^Mensura::\|^typeinfo for Mensura::\|^typeinfo name for Mensura::\|^vtable for Mensura::\|^double Mensura::Quantity<0, 0, 0, 0, 0, 0, 0>::s_tolerance$' \
-  | grep -vx 'Convert\|ConversionFactor\|CreateFormatter\|DestroyFormatter\|FormatterNumberSetting\|FormatterSymbolStringSetting\|FormatterReadingSetting\|GetUnitDimensions\|ExplainParse\|ConvertArray\|ParseMany\|Format\|Parse\|GetUnitGroups\|GetUnitTypes\|GetUnitSymbols\|GetDisplayName\|FindUnit' || true)
+  | grep -vx 'Convert\|ConversionFactor\|CreateFormatter\|DestroyFormatter\|FormatterNumberSetting\|FormatterNumberSettingChecked\|FormatterSymbolStringSetting\|FormatterReadingSetting\|GetUnitDimensions\|ExplainParse\|ConvertArray\|ParseMany\|Format\|Parse\|GetUnitGroups\|GetUnitTypes\|GetUnitSymbols\|CopyUnitGroups\|CopyUnitTypes\|CopyUnitSymbols\|GetDisplayName\|FindUnit' || true)
 if [ -n "$stray" ]; then
   echo "exported beyond the boundary:"
   printf '%s\n' "$stray"

@@ -9,6 +9,8 @@ int main(void) {
     double out = -1.0;
     int groups[68];
     int lengths[66];
+    int symbols[4] = {-1, -1, -1, -1};
+    int32_t sizes[2] = {-1, -1};
     MensuraFormatter* formatter;
     int32_t digits = 0;
     uint64_t count = 0;
@@ -52,6 +54,12 @@ int main(void) {
     check(GetUnitTypes(0x2000, lengths) == 66 && lengths[0] == 0x2001 && lengths[65] == 0x2042,
           "length ids run from 0x2001 to 0x2042");
     check(GetUnitTypes(0x45000, NULL) == 0, "group 69 does not exist");
+    check(CopyUnitTypes(0x202017, lengths, 66) == 66 && lengths[0] == 0x2001 &&
+              lengths[65] == 0x2042,
+          "CopyUnitTypes takes the group of a symbol id and gives pure type ids");
+    check(CopyUnitSymbols(0x202017, symbols, 2) == 3 && symbols[0] == 0x102017 &&
+              symbols[1] == 0x202017 && symbols[2] == -1,
+          "CopyUnitSymbols writes no more than its capacity");
 
     formatter = CreateFormatter(2052);
     check(formatter != NULL, "a formatter for Simplified Chinese");
@@ -70,6 +78,11 @@ int main(void) {
           "a buffer of 1 receives the terminator alone");
     check(FormatterNumberSetting(formatter, 13, &count, 0) == 0 && count == 1, "one group size");
     check(FormatterNumberSetting(formatter, 17, &digits, 0) == 1, "selector 17 does not exist");
+    check(FormatterNumberSettingChecked(formatter, 13, sizes, sizeof sizes[0]) == 0 &&
+              sizes[0] == 3 && sizes[1] == -1,
+          "the checked group sizes fit in 4 bytes");
+    check(FormatterNumberSettingChecked(formatter, 5, &digits, 2) == 1,
+          "the checked decimal digits need 4 bytes");
     check(FormatterNumberSetting(formatter, 5, NULL, 0) == 1, "null data is refused");
     check(FormatterNumberSetting(NULL, 5, &digits, 0) == 1, "a null formatter is refused");
     check(FormatterReadingSetting(formatter, 1, &reading) == 0 && reading == 0,

@@ -7,6 +7,7 @@
 #include "base/ids.h"
 
 #include <new>
+#include <string>
 
 #include "api/formatter_impl.h"
 #include "mensura/mensura.h"
@@ -195,6 +196,23 @@ TEST(OutOfMemory, TheFlatFunctionsReportItAsFailure) {
         DestroyFormatter(formatter);
     }
     EXPECT_TRUE(succeeded);
+}
+
+// GetDisplayName keeps nothing per locale id: with the next allocation made
+// to fail, each of 100,000 distinct locale ids, 2052 among them, still gets
+// its name, so none of them allocates and nothing grows with the ids asked
+// for. A call that did allocate would end as code 1, not abort.
+TEST(OutOfMemory, GetDisplayNameAllocatesForNoLocale) {
+    int failures = 0;
+    for (int locale = -50000; locale < 50000; ++locale) {
+        char16_t name[8] = {};
+        MensuraTest::FailAfter(0);
+        const int result = GetDisplayName(locale, kInch, name, 8);
+        MensuraTest::FailAfter(-1);
+        const std::u16string expected = locale == 2052 ? u"英寸" : u"inch";
+        if (result != 0 || name != expected) ++failures;
+    }
+    EXPECT_EQ(failures, 0);
 }
 
 }  // namespace
