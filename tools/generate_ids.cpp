@@ -27,6 +27,7 @@
 #include <string>
 #include <vector>
 
+#include "line_diff.h"
 #include "mensura/mensura.h"
 #include "text.h"
 
@@ -354,88 +355,6 @@ std::string Header() {
     return out.str();
 }
 
-std::vector<std::string> Lines(const std::string& text) {
-    std::vector<std::string> lines;
-    std::size_t start = 0;
-    while (start < text.size()) {
-        std::size_t end = text.find('\n', start);
-        if (end == std::string::npos) end = text.size();
-        lines.push_back(text.substr(start, end - start));
-        start = end + 1;
-    }
-    return lines;
-}
-
-// Prints the lines that differ between a (the file) and b (the catalogue's
-// header) as a unified diff with three lines of context.
-void PrintDiff(const std::vector<std::string>& a, const std::vector<std::string>& b,
-               const std::string& path) {
-    // The longest common subsequence, from the ends.
-    const std::size_t n = a.size(), m = b.size();
-    std::vector<std::vector<unsigned>> common(n + 1, std::vector<unsigned>(m + 1, 0));
-    for (std::size_t i = n; i-- > 0;) {
-        for (std::size_t j = m; j-- > 0;) {
-            common[i][j] = a[i] == b[j] ? common[i + 1][j + 1] + 1
-                                        : std::max(common[i + 1][j], common[i][j + 1]);
-        }
-    }
-    struct Step {
-        char op;  // ' ', '-' or '+'
-        std::size_t i, j;
-    };
-    std::vector<Step> steps;
-    std::size_t i = 0, j = 0;
-    while (i < n || j < m) {
-        if (i < n && j < m && a[i] == b[j]) {
-            steps.push_back({' ', i++, j++});
-        } else if (i < n && (j == m || common[i + 1][j] >= common[i][j + 1])) {
-            steps.push_back({'-', i++, j});
-        } else {
-            steps.push_back({'+', i, j++});
-        }
-    }
-
-    std::printf("--- %s\n+++ the catalogue\n", path.c_str());
-    constexpr std::size_t kContext = 3;
-    constexpr std::size_t kMostLines = 400;
-    std::size_t printed = 0;
-    std::size_t k = 0;
-    while (k < steps.size()) {
-        if (steps[k].op == ' ') {
-            ++k;
-            continue;
-        }
-        std::size_t begin = k > kContext ? k - kContext : 0;
-        std::size_t end = k;  // one past the last change of the hunk
-        for (std::size_t s = k; s < steps.size(); ++s) {
-            if (steps[s].op != ' ') {
-                end = s + 1;
-            } else if (s - end >= 2 * kContext) {
-                break;
-            }
-        }
-        const std::size_t stop = std::min(steps.size(), end + kContext);
-        std::size_t old_count = 0, new_count = 0;
-        for (std::size_t s = begin; s < stop; ++s) {
-            if (steps[s].op != '+') ++old_count;
-            if (steps[s].op != '-') ++new_count;
-        }
-        const std::size_t old_start = old_count == 0 ? steps[begin].i : steps[begin].i + 1;
-        const std::size_t new_start = new_count == 0 ? steps[begin].j : steps[begin].j + 1;
-        std::printf("@@ -%zu,%zu +%zu,%zu @@\n", old_start, old_count, new_start, new_count);
-        for (std::size_t s = begin; s < stop; ++s) {
-            if (printed == kMostLines) {
-                std::printf("... and more\n");
-                return;
-            }
-            const std::string& line = steps[s].op == '+' ? b[steps[s].j] : a[steps[s].i];
-            std::printf("%c%s\n", steps[s].op, line.c_str());
-            ++printed;
-        }
-        k = stop;
-    }
-}
-
 int Check(const std::string& path, const std::string& header) {
     std::ifstream file(path, std::ios::binary);
     if (!file) {
@@ -447,12 +366,12 @@ int Check(const std::string& path, const std::string& header) {
     if (text == header) return 0;
     std::printf("%s differs from the catalogue; write it anew with\n    %s\n", path.c_str(),
                 kRegenerate);
-    const std::vector<std::string> old_lines = Lines(text);
-    const std::vector<std::string> new_lines = Lines(header);
+    const std::vector<std::string> old_lines = MensuraTools::Lines(text);
+    const std::vector<std::string> new_lines = MensuraTools::Lines(header);
     if (old_lines == new_lines) {
         std::printf("(the lines agree; the file's ending differs)\n");
     } else {
-        PrintDiff(old_lines, new_lines, path);
+        MensuraTools::PrintDiff(old_lines, new_lines, path, "the catalogue");
     }
     return 1;
 }
