@@ -8,7 +8,7 @@
 #include <cstdint>
 #include <limits>
 
-#include "api/display_name_cache.h"
+#include "api/formatter_impl.h"
 #include "catalogue/unit_catalog.h"
 #include "mensura/mensura.h"
 #include "mensura/mensura.hpp"
@@ -28,6 +28,14 @@ int CallFromC(Body body) noexcept {
     } catch (...) {
         return static_cast<int>(ErrorCode::Failure);
     }
+}
+
+// The catalogue's language index of `locale`, by the rule of the Formatter
+// constructor: 2052 is Simplified Chinese (1); every other id, 0 and negative
+// ones included, is English (0). Nothing is kept per locale id, so a caller
+// that passes any number of distinct ids costs no memory and takes no lock.
+constexpr int DisplayLanguageOf(int locale) {
+    return locale == Mensura::FormatterImpl::kSimplifiedChinese ? 1 : 0;
 }
 
 int Code(ErrorCode code) {
@@ -79,7 +87,7 @@ int GetDisplayName(int locale, int id, MensuraChar16* buffer, size_t size) {
     if (buffer == nullptr) return Code(ErrorCode::Failure);
     return CallFromC([&] {
         return Code(UnitCatalog::Instance().CopyDisplayName(id, buffer, size,
-                                                            Mensura::DisplayLanguageOf(locale)));
+                                                            DisplayLanguageOf(locale)));
     });
 }
 

@@ -1,9 +1,7 @@
 // The library's process-wide state, made when the library is loaded and
-// destroyed at exit in reverse order: first the cache of display-name
-// formatters, then the catalogue of symbols, then the table of units it is
-// built on. All live in this one file so that their order of construction is
+// destroyed at exit in reverse order: first the catalogue of symbols, then
+// the table of units it is built on. All live in this one file so that their order of construction is
 // the order of their definitions.
-#include "api/display_name_cache.h"
 #include "catalogue/unit_catalog.h"
 #include "units/unit_table.h"
 
@@ -11,6 +9,5 @@ namespace Mensura {
 
 UnitTable UnitTable::s_instance;
 UnitCatalog UnitCatalog::s_instance;
-DisplayNameCache DisplayNameCache::s_instance;
 
 }  // namespace Mensura
