@@ -1,6 +1,7 @@
 #include "notations/symbol_strings.h"
 
 #include <algorithm>
+#include <limits>
 #include <utility>
 
 namespace Mensura {
@@ -10,6 +11,10 @@ namespace {
 bool IsDigit(char16_t unit) {
     return unit >= u'0' && unit <= u'9';
 }
+
+// The largest placeholder number that the split reads; CustomSymbol then
+// refuses any that its symbol has no part for.
+constexpr std::uint32_t kMaxPlaceholder = std::numeric_limits<std::int32_t>::max();
 
 // Whether indices holds each of 0 to its count minus 1 exactly once.
 bool IsPermutation(const std::vector<int>& indices) {
@@ -64,7 +69,11 @@ bool SplitSymbolString(const char16_t* text, SymbolStringParts& parts) {
                 break;
             case State::Number:
                 if (IsDigit(unit)) {
-                    number = number * 10u + (unit - u'0');  // wraps in 32 bits
+                    // No number that a symbol can use comes near the limit;
+                    // one beyond it is refused before it can wrap.
+                    const std::uint32_t digit = unit - u'0';
+                    if (number > (kMaxPlaceholder - digit) / 10u) return false;
+                    number = number * 10u + digit;
                 } else if (unit == u'}') {
                     parts.indices.push_back(static_cast<int>(number));
                     state = State::After;

@@ -36,8 +36,8 @@ struct SymbolStringParts {
 // Reads text from its first unit. "{{" and "}}" stand for one brace; "{n}",
 // with decimal digits and nothing else between the braces, is placeholder n.
 // Refuses (false, parts unspecified) a lone brace, an empty or malformed
-// placeholder, and two placeholders with nothing between them. A null text
-// is refused too.
+// placeholder, a placeholder number above the largest int, and two
+// placeholders with nothing between them. A null text is refused too.
 bool SplitSymbolString(const char16_t* text, SymbolStringParts& parts);
 
 class CustomSymbol final : public IParseSymbol, public IFormatSymbol {

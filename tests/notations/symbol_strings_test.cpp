@@ -66,6 +66,32 @@ TEST(SplitSymbolString, Refusals) {
     EXPECT_FALSE(SplitSymbolString(nullptr, parts));
 }
 
+// A placeholder number is read up to the largest int and refused beyond it,
+// before it can wrap into a small one: 2^32 must not come out as {0}.
+TEST(SplitSymbolString, PlaceholderNumbersBeyondAnIntAreRefused) {
+    const std::u16string nines(100000, u'9');
+    const std::u16string zeros(100000, u'0');
+    const struct {
+        std::u16string text;
+        bool read;
+        int index;
+    } rows[] = {
+        {u"{2147483647} m", true, 2147483647},   {u"{" + zeros + u"} m", true, 0},
+        {u"{" + zeros + u"7} m", true, 7},       {u"{2147483648} m", false, 0},
+        {u"{4294967296} m", false, 0},           {u"{4294967297} m", false, 0},
+        {u"{18446744073709551616} m", false, 0}, {u"{99999999999999999999} m", false, 0},
+        {u"{" + nines + u"} m", false, 0},       {u"{1" + zeros + u"} m", false, 0},
+    };
+    for (const auto& row : rows) {
+        SymbolStringParts parts;
+        const std::string shown = Narrow(row.text.substr(0, 24));
+        ASSERT_EQ(SplitSymbolString(row.text.c_str(), parts), row.read) << shown;
+        if (row.read) {
+            EXPECT_EQ(parts.indices, std::vector<int>{row.index}) << shown;
+        }
+    }
+}
+
 TEST(CustomSymbol, ChecksItselfAgainstItsParent) {
     const IFormatSymbol* feetInches = Catalogued(0x502016);
     const IFormatSymbol* degrees = Catalogued(0x408002);
