@@ -108,6 +108,10 @@ public:
         return nodes.size() * sizeof(Node) + units.size() * sizeof(char16_t) +
                edges.size() * sizeof(Edge);
     }
+    // The part of PoolBytes that the tree's nodes hold: what Compact keeps,
+    // give or take the room of the branches' spans. Allocates nothing; takes
+    // a look at every node.
+    std::size_t LiveBytes() const;
 
     // Gives every wide branch a table of its children by the units below
     // 128, for a tree that is done changing: a lookup then crosses such a
@@ -479,6 +483,22 @@ void RadixTree<Value>::Compact() {
     RadixTree fresh(nodes.get_allocator().memory);
     for (const auto& [text, value] : Keys()) fresh.InsertOrAssign(text.c_str(), value);
     *this = std::move(fresh);
+}
+
+template <typename Value>
+std::size_t RadixTree<Value>::LiveBytes() const {
+    std::size_t released = 0;
+    for (Index at = freeNodes; at != 0; at = At(at).link) ++released;
+    // Released nodes are leaves, and the slot at index 0 holds no node.
+    std::size_t bytes =
+        (nodes.size() - std::min<std::size_t>(nodes.size(), released + 1)) * sizeof(Node);
+    const auto add = [&bytes](const Node& node) {
+        if (node.form == Form::Run) bytes += node.count * sizeof(char16_t);
+        if (node.form == Form::Branch) bytes += node.link * sizeof(Edge);
+    };
+    add(root);
+    for (const Node& node : nodes) add(node);
+    return bytes;
 }
 
 template <typename Value>

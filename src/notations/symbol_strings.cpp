@@ -28,6 +28,10 @@ bool IsPermutation(const std::vector<int>& indices) {
     return true;
 }
 
+// What a literal tree built anew may hold beyond twice its content: the
+// slot before its first node and the units that its splits dropped.
+constexpr std::size_t kTidySlack = 64;
+
 // The element `steps` places behind the first one.
 SymbolList::iterator At(SymbolList& list, int steps) {
     SymbolList::iterator it = list.begin();
@@ -240,6 +244,29 @@ void CustomDictionary::TakeOut(Node& node, const CustomSymbol& symbol, std::size
                                      [child](const auto& owned) { return owned.get() == child; }));
 }
 
+void CustomDictionary::Tidy(const CustomSymbol& symbol) noexcept {
+    Node* node = &root;
+    for (const std::u16string& literal : symbol.Literals()) {
+        RadixTree<Node*>& keys = node->keys;
+        // A tree built anew holds at most about as much room unused as used
+        // (the spans that its branches outgrew), and a few bytes besides.
+        if (keys.PoolBytes() > 2 * keys.LiveBytes() + kTidySlack) {
+            try {
+                keys.Compact();
+            } catch (...) {
+            }
+        }
+        node = Child(*node, literal);
+        if (node == nullptr) return;
+    }
+}
+
+std::size_t CustomDictionary::Measure(const Node& node, bool live) {
+    std::size_t bytes = live ? node.keys.LiveBytes() : node.keys.PoolBytes();
+    for (const auto& child : node.children) bytes += Measure(*child, live);
+    return bytes;
+}
+
 ErrorCode SymbolStrings::Set(Use use, int symbol, const IFormatSymbol* parent,
                              const char16_t* text) {
     Strings& strings = Of(use);
@@ -249,6 +276,7 @@ ErrorCode SymbolStrings::Set(Use use, int symbol, const IFormatSymbol* parent,
         if (!removal && found->second.text == text) return ErrorCode::Success;
         if (removal) {
             for (const auto& old : found->second.symbols) dictionary.TakeOut(*old);
+            for (const auto& old : found->second.symbols) dictionary.Tidy(*old);
             strings.erase(found);
             return ErrorCode::Success;
         }
@@ -296,11 +324,21 @@ ErrorCode SymbolStrings::Set(Use use, int symbol, const IFormatSymbol* parent,
         }
         throw;
     }
+    // The paths that changed, the old ones and the new ones, leave room
+    // unused in their trees. A fresh entry that is refused goes with its
+    // (empty) list of old objects.
+    const bool fresh = old.empty();
     if (put < made.size()) {
         restore(put);
+        if (!fresh) {
+            for (const auto& object : old) dictionary.Tidy(*object);
+        }
+        for (const auto& object : made) dictionary.Tidy(*object);
         return ErrorCode::Failure;
     }
     entry->second.text = std::move(stored);
+    for (const auto& object : old) dictionary.Tidy(*object);
+    for (const auto& object : made) dictionary.Tidy(*object);
     old = std::move(made);  // the old objects go
     return ErrorCode::Success;
 }

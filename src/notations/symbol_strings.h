@@ -128,13 +128,25 @@ public:
     // that are missing. Failure, with nothing changed, when a symbol stands there.
     ErrorCode Put(const CustomSymbol& symbol);
     // Clears symbol from the end of its path, if it stands there, and erases
-    // the nodes that then lead nowhere.
+    // the nodes that then lead nowhere. Allocates nothing.
     void TakeOut(const CustomSymbol& symbol);
+    // Builds anew the literal trees of the nodes along the path of symbol's
+    // literals, as far as it exists, where erasing and moving have left more
+    // room unused than the tree holds, so that a formatter whose strings
+    // change back and forth does not grow. Changes no path; a tree that
+    // runs out of memory on the way stays as it was.
+    void Tidy(const CustomSymbol& symbol) noexcept;
+
+    // The bytes of every node's literal tree: their pools, and the part of
+    // them that the trees hold (RadixTree::PoolBytes and LiveBytes).
+    std::size_t PoolBytes() const { return Measure(root, false); }
+    std::size_t LiveBytes() const { return Measure(root, true); }
 
 private:
     // The child of node under exactly `literal`, or null.
     static Node* Child(const Node& node, const std::u16string& literal);
     static void TakeOut(Node& node, const CustomSymbol& symbol, std::size_t depth);
+    static std::size_t Measure(const Node& node, bool live);
 
     Node root;
 };
@@ -163,6 +175,8 @@ public:
     const IFormatSymbol* Renderer(int symbol) const;
     // True while no string is set.
     bool Empty() const { return dictionary.Empty(); }
+    // The paths of every string's literals.
+    const CustomDictionary& Dictionary() const { return dictionary; }
 
     // Reads the text through the strings, behind the numbers of `leading`
     // that stand at its start; `rest` is the text behind them. Success with

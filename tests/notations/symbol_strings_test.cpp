@@ -310,5 +310,52 @@ TEST(CustomDictionary, PathsOfLiteralsExcludeEachOther) {
     EXPECT_EQ(dictionary.Put(meters), ErrorCode::Success);
 }
 
+// One string changed back and forth while another ends at their first
+// node and keeps it: a string on inches with fractions puts three texts into
+// that node's tree, one for each form ("5 in", "5/8 in", "5 5/8 in"), which
+// it empties again when it changes, and erasing leaves room unused behind
+// it. Built anew as that room passes what they hold, the trees stay within
+// twice their content, and do not grow with the number of changes.
+TEST(SymbolStrings, ChangingAStringBackAndForthKeepsTheDictionarySmall) {
+    SymbolStrings strings;
+    ASSERT_EQ(strings.Set(SymbolStrings::Use::Parsing, 0x202001, Meter(), u"{0}"),
+              ErrorCode::Success);
+    const int inches = 0x902016;  // x x/2″
+    const CustomDictionary& dictionary = strings.Dictionary();
+    std::size_t most = 0;
+    std::size_t early = 0;
+    for (int round = 1; round < 20000; ++round) {
+        const char16_t* text = round % 2 ? u"{0} in" : u"{0} inches";
+        ASSERT_EQ(strings.Set(SymbolStrings::Use::Formatting, inches, Catalogued(inches), text),
+                  ErrorCode::Success);
+        const std::size_t pool = dictionary.PoolBytes();
+        ASSERT_LE(pool, 2 * dictionary.LiveBytes() + 512) << round;
+        most = std::max(most, pool);
+        if (round == 100) early = most;
+    }
+    EXPECT_EQ(most, early);
+    // Both strings still read, every form of the one that changed, and its
+    // other text no longer.
+    const NumberSettings numbers;
+    const Dimensions length{1};
+    const struct {
+        const char16_t* rest;
+        ErrorCode code;
+        double value;
+    } rows[] = {
+        {u" in", ErrorCode::Success, 0.127},      {u" 1/2 in", ErrorCode::Success, 0.1397},
+        {u"/8 in", ErrorCode::Success, 0.015875}, {u"", ErrorCode::Success, 5.0},
+        {u" inches", ErrorCode::Failure, 0.0},
+    };
+    for (const auto& row : rows) {
+        SymbolList leading;
+        leading.PushBackNew<NumberSymbol>(5.0, 0u);
+        double value = 0.0;
+        EXPECT_EQ(strings.Read(numbers, leading, row.rest, value, length), row.code)
+            << Narrow(row.rest);
+        EXPECT_DOUBLE_EQ(value, row.value) << Narrow(row.rest);
+    }
+}
+
 }  // namespace
 }  // namespace Mensura

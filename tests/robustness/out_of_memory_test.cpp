@@ -10,6 +10,7 @@
 #include <string>
 
 #include "api/formatter_impl.h"
+#include "catalogue/unit_catalog.h"
 #include "mensura/mensura.h"
 #include "robustness/failing_allocator.h"
 
@@ -171,6 +172,71 @@ TEST(OutOfMemory, ANumberSetterOrADefaultChangesAllOrNothing) {
         }
         EXPECT_TRUE(succeeded) << setter.name;
         EXPECT_FALSE(Look(formatter) == before) << setter.name;
+    }
+}
+
+// One symbol string changed back and forth while another keeps their first
+// node: now and then a change builds the dictionary's trees anew. At each
+// change that does, every allocation in turn is made to fail, on the same
+// history each time: a change that fails leaves the old text reading and the
+// new one not, and one that gets through reads, whether or not its trees
+// could be built anew.
+TEST(OutOfMemory, ASymbolStringThatChangesBackAndForthStaysWhole) {
+    const UnitCatalog& catalog = UnitCatalog::Instance();
+    const IFormatSymbol* meter = catalog.FindSymbol(0x202001, 0)->AsFormat();
+    const int inches = 0x902016;  // x x/2″
+    const IFormatSymbol* parent = catalog.FindSymbol(inches, 0)->AsFormat();
+    const char16_t* texts[] = {u"{0} pouces", u"{0} zoll"};
+    const char16_t* rests[] = {u" 1/2 pouces", u" 1/2 zoll"};
+    const auto change = [&](SymbolStrings& strings, int round) {
+        return strings.Set(SymbolStrings::Use::Formatting, inches, parent, texts[round % 2]);
+    };
+    const auto replay = [&](SymbolStrings& strings, int rounds) {
+        ASSERT_EQ(strings.Set(SymbolStrings::Use::Parsing, 0x202001, meter, u"{0}"),
+                  ErrorCode::Success);
+        for (int round = 0; round < rounds; ++round) {
+            ASSERT_EQ(change(strings, round), ErrorCode::Success);
+        }
+    };
+    const NumberSettings numbers;
+    const auto reads = [&](const SymbolStrings& strings, int round) {
+        SymbolList leading;
+        leading.PushBackNew<NumberSymbol>(5.0, 0u);
+        double value = 0.0;
+        return strings.Read(numbers, leading, rests[round % 2], value, Dimensions{1}) ==
+                   ErrorCode::Success &&
+               value > 0.1396 && value < 0.1398;  // 5 1/2 inches in meters
+    };
+
+    // The changes whose trees are built anew: the pools end smaller than
+    // two changes before, when they held the same texts.
+    std::vector<int> rebuilding;
+    {
+        SymbolStrings strings;
+        replay(strings, 0);
+        std::vector<std::size_t> pools;
+        for (int round = 0; round < 400 && rebuilding.size() < 3; ++round) {
+            ASSERT_EQ(change(strings, round), ErrorCode::Success);
+            pools.push_back(strings.Dictionary().PoolBytes());
+            if (round >= 2 && pools[round] < pools[round - 2]) rebuilding.push_back(round);
+        }
+    }
+    ASSERT_FALSE(rebuilding.empty());
+    for (const int round : rebuilding) {
+        bool succeeded = false;
+        for (long allowed = 0; !succeeded && allowed < 2000; ++allowed) {
+            SymbolStrings strings;
+            replay(strings, round);
+            MensuraTest::FailAfter(allowed);
+            try {
+                succeeded = change(strings, round) == ErrorCode::Success;
+            } catch (const std::bad_alloc&) {
+            }
+            MensuraTest::FailAfter(-1);
+            EXPECT_EQ(reads(strings, round), succeeded) << round << " failing at " << allowed;
+            EXPECT_EQ(reads(strings, round + 1), !succeeded) << round << " failing at " << allowed;
+        }
+        EXPECT_TRUE(succeeded) << round;
     }
 }
 
