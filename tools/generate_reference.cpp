@@ -1000,9 +1000,8 @@ std::string SurprisesPage(const Catalogue& catalogue, DefiningValues& values,
            "values that callers stored, texts that they wrote and ids that they keep must read "
            "back tomorrow as they did yesterday. So the catalogue keeps some values and names "
            "that differ from today's definitions or from what a reader expects, and documents "
-           "them here, all in one place. None of them will be \"fixed\"; where you need "
-           "today's value, use the unit type that has it (the tables name it where the "
-           "catalogue has one).\n"
+           "them here, all in one place. None of them will be \"fixed\": where you need "
+           "today's value, take a unit type that has it, or, for a key, the everyday reading.\n"
            "\n"
            "This page is written by `tools/generate_reference.cpp` from the library and from "
            "`tools/defining_values.txt`, which gives every unit type a defining value computed "
@@ -1017,8 +1016,7 @@ std::string SurprisesPage(const Catalogue& catalogue, DefiningValues& values,
         << catalogue.type_count << " unit types, " << defined
         << " have a defining value in the data; " << within_1e12 << " of them agree with it "
         << "within 1e-12 relative, " << defined - within_1e12 - surprises.size()
-        << " more within 1e-9 (values rounded in the catalogue's source), and these "
-        << surprises.size()
+        << " more within 1e-9 (older or rounded values), and these " << surprises.size()
         << " differ by more than 1e-9. **The library** is the factor that `Convert` uses, in "
            "the base units of the unit type's dimensions; **defining value** the value that "
            "the definition gives, computed as shown; **difference** is |library − "
