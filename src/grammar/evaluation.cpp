@@ -11,6 +11,19 @@ void StepBack(SymbolList& list, SymbolList::iterator& position) {
     if (position != list.begin()) --position;
 }
 
+// Whether the parentheses of the list never stand more than kMaxNesting
+// deep. A closing one with none open counts for nothing here; the
+// evaluation refuses it.
+bool NestingWithinLimit(SymbolList& list) {
+    int depth = 0;
+    for (SymbolList::iterator it = list.begin(); it != list.end(); ++it) {
+        const ParseKind kind = it.symbol()->Kind();
+        if (kind == ParseKind::LeftParenthesis && ++depth > kMaxNesting) return false;
+        if (kind == ParseKind::RightParenthesis && depth > 0) --depth;
+    }
+    return true;
+}
+
 }  // namespace
 
 ErrorCode MakeResult(SymbolList& list, SymbolList::iterator number,
@@ -101,7 +114,7 @@ ErrorCode ReadResult(SymbolList& list, double& value, const Dimensions& dimensio
 }
 
 ErrorCode EvaluateList(SymbolList& list, const Dimensions& dimensions) {
-    if (list.empty()) return ErrorCode::ParseFailure;
+    if (list.empty() || !NestingWithinLimit(list)) return ErrorCode::ParseFailure;
     for (const bool firstPass : {true, false}) {
         for (SymbolList::iterator position = list.begin(); position != list.end();) {
             if (position.symbol()->Evaluate(list, position, firstPass, dimensions) !=

@@ -158,10 +158,15 @@ inline const NumberSymbol* IParseSymbol::AsNumber() const {
     return family == Family::Number ? static_cast<const NumberSymbol*>(this) : nullptr;
 }
 
+// The deepest nesting of parentheses that EvaluateList reads. The second
+// pass goes a few calls deeper for each parenthesis that is open, so a list
+// nested deeper is refused before it starts, as any text that does not read.
+constexpr int kMaxNesting = 256;
+
 // Reduces the list to one ResultSymbol in two passes: first for layout, then
 // for computation. Success when a result stands first in the list, else
-// ParseFailure; the list
-// is left rewritten either way.
+// ParseFailure, also for parentheses nested deeper than kMaxNesting; the
+// list is left rewritten either way.
 ErrorCode EvaluateList(SymbolList& list, const Dimensions& dimensions);
 
 // The value of the result that stands first in an evaluated list, in base

@@ -55,12 +55,19 @@ ErrorCode LinearSymbol::Evaluate(SymbolList& list, SymbolList::iterator& positio
     const SymbolList::iterator self = position;
     if (firstPass) {
         // Beside any other unit, this is a size of degree, not a temperature.
+        // A scale that stayed one in front of this one found no unit in the
+        // whole list, and only what stands between the two has changed
+        // since: the look stops there, so that a text of many scales is
+        // looked through once rather than once for each.
         bool besideUnit = false;
-        for (SymbolList::iterator it = self; it != list.begin() && !besideUnit;) {
+        bool scaleInFront = false;
+        for (SymbolList::iterator it = self; it != list.begin() && !besideUnit && !scaleInFront;) {
             --it;
             besideUnit = it.symbol()->AsOperand() != nullptr;
+            scaleInFront = it.symbol()->Kind() == ParseKind::Linear;
         }
-        for (SymbolList::iterator it = self.next(); it != list.end() && !besideUnit; ++it) {
+        for (SymbolList::iterator it = self.next();
+             it != list.end() && !besideUnit && !scaleInFront; ++it) {
             besideUnit = it.symbol()->AsOperand() != nullptr;
         }
         if (besideUnit) {

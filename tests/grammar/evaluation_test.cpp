@@ -131,6 +131,42 @@ TEST(EvaluateList, UnitsCombineBeforeTheNumberJoins) {
     EXPECT_TRUE(SameBits(OnlyResult(list)->Value(), 5.0 * 0.3048));
 }
 
+// Parentheses nest up to kMaxNesting deep, around number and unit or around
+// the unit alone; one more is refused before the second pass goes down, and
+// so is a depth that would run the stack out.
+TEST(EvaluateList, ParenthesesNestUpToTheLimit) {
+    const LeftParenthesisSymbol open;
+    const RightParenthesisSymbol close;
+    const auto nested = [&](std::size_t depth, bool numberInside) {
+        std::vector<Item> items;
+        if (!numberInside) items.emplace_back(5.0);
+        items.insert(items.end(), depth, Item(open));
+        if (numberInside) items.emplace_back(5.0);
+        items.emplace_back(kFoot);
+        items.insert(items.end(), depth, Item(close));
+        return items;
+    };
+    const struct {
+        std::size_t depth;
+        bool numberInside;
+        bool reads;
+    } rows[] = {
+        {kMaxNesting, true, true},       {kMaxNesting, false, true}, {kMaxNesting + 1, true, false},
+        {kMaxNesting + 1, false, false}, {200000, true, false},
+    };
+    for (const auto& row : rows) {
+        SymbolList list;
+        Build(list, nested(row.depth, row.numberInside));
+        ASSERT_EQ(EvaluateList(list, kLength),
+                  row.reads ? ErrorCode::Success : ErrorCode::ParseFailure)
+            << row.depth << (row.numberInside ? " around number and unit" : " around the unit");
+        if (row.reads) {
+            ASSERT_NE(OnlyResult(list), nullptr);
+            EXPECT_TRUE(SameBits(OnlyResult(list)->Value(), 5.0 * 0.3048));
+        }
+    }
+}
+
 TEST(SymbolList, IteratorsSurviveInsertionAndErasureOfOthers) {
     SymbolList list;
     SymbolList::iterator first = list.PushBackNew<NumberSymbol>(1.0, 0u);
