@@ -237,7 +237,9 @@ typedef struct MensuraParseReport {
  * or, for the other reasons, the whole text. A text that reads into another
  * group gives that group and its dimensions. Returns 1, with the report left
  * alone, for a null formatter, text or report, or a size below the struct's;
- * Parse stays as fast as it is, since only this call does the extra work. */
+ * Parse stays as fast as it is, since only this call does the extra work.
+ * A failed text longer than 1024 units is not read again as the other kinds
+ * of quantity (a parse for each group): its reason is then 3. */
 MENSURA_API int ExplainParse(MensuraFormatter* formatter, const MensuraChar16* text, int unit,
                              MensuraParseReport* report);
 

@@ -233,7 +233,8 @@ public:
     // Reads text as a value in `unit`: "5 ft", "1,000.5 mm", "5 kg·m/s²". A
     // bare number takes the default unit of the unit's group. Returns
     // ParseFailure, with value left as it was, for an unknown unit, a null or
-    // unreadable text, or a text whose unit measures another quantity.
+    // unreadable text, a text whose unit measures another quantity, or one
+    // whose parentheses nest more than 256 deep.
     ErrorCode Parse(const char16_t* text, double& value, int unit) const;
 
     // The everyday reading, off by default. When on, Parse also reads a text
@@ -252,7 +253,9 @@ public:
     bool GetEverydayReading() const;
 
     // Parses as Parse does, with the same code, and says why: see
-    // MensuraParseReport in mensura.h. Allocates; Parse itself does not.
+    // MensuraParseReport in mensura.h. Allocates; Parse itself does not. A
+    // failed text longer than 1024 units is not read again as the other kinds
+    // of quantity (a parse for each group): it is reported as NoSingleValue.
     ParseReport ExplainParse(const char16_t* text, int unit) const;
 
     // Reads count texts that stand one after another in `texts`, each ended

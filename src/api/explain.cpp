@@ -1,6 +1,7 @@
 // The parse report: a parse as Parse does it, then, only for the caller who
 // asks, the work that finds why a text did not read and where.
 #include <algorithm>
+#include <string>
 
 #include "api/formatter_impl.h"
 #include "catalogue/everyday.h"
@@ -12,6 +13,12 @@ namespace Mensura {
 namespace {
 
 constexpr std::size_t kNowhere = static_cast<std::size_t>(-1);
+
+// The longest text, in 16-bit units, that the report reads again as each other
+// kind of quantity. That search parses the text once a group, so beyond this
+// a failed report would cost dozens of parses of a long text; nobody writes a
+// quantity this long, and such a text is reported as making no single value.
+constexpr std::size_t kLongestTextSearched = 1024;
 
 // The characters that end a run of text: spaces, the operators and the marks
 // of the notations. Letters and digits run on.
@@ -127,7 +134,8 @@ ParseReport FormatterImpl::Explain(const char16_t* text, int unit) const {
     // A text that reads, only not as this kind of quantity: the first group
     // of other dimensions that takes it. Pure numbers come last, since angles
     // share their exponents: "5′6″" is first a length, "N 45°30′ E" an angle.
-    const std::size_t count = units.GroupCount();
+    const std::size_t count =
+        std::char_traits<char16_t>::length(text) <= kLongestTextSearched ? units.GroupCount() : 0;
     for (std::size_t step = 0; step < count; ++step) {
         const int other = UnitId::Make(static_cast<int>(step + 1 < count ? step + 2 : 1), 0);
         const UnitConverter* first = units.FindConverter(other | 1);

@@ -79,6 +79,19 @@ TEST(ExplainParse, NamesTheFirstFault) {
     EXPECT_EQ(formatter.ExplainParse(u"5′-6 1/2″", kInch).value, 66.5);
 }
 
+// Reading a failed text again as every other kind of quantity costs a parse a
+// group: beyond 1024 units the report does not, and names no group.
+TEST(ExplainParse, SearchesOtherQuantitiesOnlyForTextsOfUsualLength) {
+    const Formatter formatter;
+    const std::u16string longest = u"5" + std::u16string(1020, u' ') + u"kg";
+    ASSERT_EQ(longest.size(), 1023u);
+    const std::u16string longer = longest + u"  ";
+    ExpectReports(formatter,
+                  {{longest.c_str(), kMeter, ParseReport::OtherQuantity, nullptr, kMass},
+                   {(longest + u" ").c_str(), kMeter, ParseReport::OtherQuantity, nullptr, kMass},
+                   {longer.c_str(), kMeter, ParseReport::NoSingleValue, nullptr, 0}});
+}
+
 TEST(ExplainParse, ReadsWithTheFormattersSettings) {
     Formatter everyday;
     everyday.SetEverydayReading(true);
