@@ -1,4 +1,4 @@
-// The Converter class, and beside its list queries Formatter::CopyUnitSymbols.
+// The Converter class and the flat conversion functions.
 #include <algorithm>
 
 #include "catalogue/unit_catalog.h"
@@ -140,12 +140,6 @@ size_t Converter::CopyUnitGroups(int* const ids, size_t capacity) {
 
 size_t Converter::CopyUnitTypes(int group, int* const ids, size_t capacity) {
     return UnitTable::Instance().CopyUnitTypes(group, ids, capacity);
-}
-
-// Formatter's list query stands beside Converter's: both only read the
-// catalogue.
-size_t Formatter::CopyUnitSymbols(int id, int* const ids, size_t capacity) {
-    return UnitCatalog::Instance().CopyUnitSymbols(id, ids, capacity);
 }
 
 ErrorCode Converter::ConvertArray(const double* values, double* out, size_t count, int from,

@@ -191,6 +191,10 @@ size_t Formatter::GetUnitSymbols(int id, int* const ids) {
     return UnitCatalog::Instance().ListUnitSymbols(id, ids);
 }
 
+size_t Formatter::CopyUnitSymbols(int id, int* const ids, size_t capacity) {
+    return UnitCatalog::Instance().CopyUnitSymbols(id, ids, capacity);
+}
+
 ErrorCode Formatter::GetDisplayName(int id, char16_t* buffer, size_t size) const {
     return UnitCatalog::Instance().CopyDisplayName(id, buffer, size, m_impl->GetLanguageIndex());
 }
