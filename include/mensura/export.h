@@ -9,6 +9,7 @@
 #define MENSURA_API __declspec(dllimport)
 #endif
 #else
+/* Exports a declaration from the shared library. */
 #define MENSURA_API __attribute__((visibility("default")))
 #endif
 

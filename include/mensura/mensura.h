@@ -27,16 +27,16 @@
 namespace Mensura {
 class Formatter;
 }
-typedef Mensura::Formatter MensuraFormatter;
-typedef char16_t MensuraChar16;
+typedef Mensura::Formatter MensuraFormatter; /* a formatter, the same object in C++ */
+typedef char16_t MensuraChar16;              /* a 16-bit unit of UTF-16 text */
 extern "C" {
 #else
 #include <stddef.h>
 #include <stdint.h>
 /* Opaque: made by CreateFormatter, ended by DestroyFormatter. */
 typedef struct Formatter Formatter;
-typedef Formatter MensuraFormatter;
-typedef uint16_t MensuraChar16;
+typedef Formatter MensuraFormatter; /* a formatter, the same object in C++ */
+typedef uint16_t MensuraChar16;     /* a 16-bit unit of UTF-16 text */
 #endif
 
 /* Names -------------------------------------------------------------------- */
@@ -228,7 +228,8 @@ typedef struct MensuraParseReport {
     double value;      /* reason 0: the value in the target unit */
     int note;          /* 0 none; 1 a symbol read with a catalogue meaning that differs from the
                           everyday one (the list of the everyday reading) */
-    size_t noteStart, noteLength;
+    size_t noteStart;  /* where the symbol of note 1 begins, in 16-bit units */
+    size_t noteLength; /* its length in units */
 } MensuraParseReport;
 
 /* Parses text into `unit` as Parse does, with the same result, and says why
@@ -264,7 +265,9 @@ MENSURA_API int ExplainParse(MensuraFormatter* formatter, const MensuraChar16* t
  * each one, so GetUnitSymbols(0x202017) gives 0x302017, 0x202017, 0x302017.
  * Bits 28-31 stay in every id too. */
 MENSURA_API size_t GetUnitGroups(int* ids);
+/* The unit type ids of the group of `group`, its other bits merged in. */
 MENSURA_API size_t GetUnitTypes(int group, int* ids);
+/* The symbol ids of the unit type of `id`, its other bits merged in. */
 MENSURA_API size_t GetUnitSymbols(int id, int* ids);
 
 /* The list queries with a capacity: each returns the count, as the Get ones
@@ -276,7 +279,9 @@ MENSURA_API size_t GetUnitSymbols(int id, int* ids);
  * symbol field: CopyUnitSymbols(0x202017, ...) gives 0x102017, 0x202017,
  * 0x302017; a group id, which holds no type, gives 0 symbols. */
 MENSURA_API size_t CopyUnitGroups(int* ids, size_t capacity);
+/* The pure unit type ids of the group field of `group`. */
 MENSURA_API size_t CopyUnitTypes(int group, int* ids, size_t capacity);
+/* The complete symbol ids of the unit type of `id`. */
 MENSURA_API size_t CopyUnitSymbols(int id, int* ids, size_t capacity);
 
 /* The display name of a group, unit type or symbol id in the language of

@@ -38,6 +38,7 @@ enum class NumberFormat : int {
 // Why a text read or did not, from Formatter::ExplainParse: the fields of
 // MensuraParseReport in mensura.h.
 struct ParseReport {
+    // Why the text read or did not, as MensuraParseReason in mensura.h.
     enum Reason : int {
         Read = 0,           // the text read
         UnknownText = 1,    // a run of text that is no known unit or mark
@@ -47,7 +48,7 @@ struct ParseReport {
         UnknownUnit = 5,    // the target unit is unknown
     };
     ErrorCode code = ErrorCode::ParseFailure;  // what Parse returns for the same call
-    Reason reason = NoSingleValue;
+    Reason reason = NoSingleValue;             // why it read or did not
     size_t start = 0;        // first 16-bit unit of the text that the reason is about
     size_t length = 0;       // its length; 0 when the reason is about the whole text
     int dimensions[7] = {};  // Read or OtherQuantity: what the text reads as
@@ -56,8 +57,8 @@ struct ParseReport {
     // A symbol read with a catalogue meaning that differs from the everyday
     // one, and where it stands.
     bool note = false;
-    size_t noteStart = 0;
-    size_t noteLength = 0;
+    size_t noteStart = 0;   // the first 16-bit unit of that symbol
+    size_t noteLength = 0;  // its length in units
 };
 
 // A value tagged with the seven exponents of its dimensions, in the order
@@ -66,7 +67,9 @@ struct ParseReport {
 template <int L, int M, int T, int I, int Theta, int N, int J>
 class Quantity {
 public:
+    // Tags value with the dimensions of the type.
     explicit constexpr Quantity(double value) : m_value(value) {}
+    // The value as it was given.
     constexpr double Value() const { return m_value; }
 
 private:
@@ -85,7 +88,9 @@ public:
     Converter();
     // Holds the pair if SetUnit accepts it, else -1, -1.
     Converter(int from, int to);
+    // Copies the pair.
     Converter(const Converter&) = default;
+    // Takes the pair of other.
     Converter& operator=(const Converter& other);
 
     // Stores a new pair after a trial conversion; 0 keeps the stored id on that
@@ -181,9 +186,11 @@ public:
     // nothing changed, when two of them are equal or digits is null.
     ErrorCode SetNativeDigits(const char16_t* const digits);
 
+    // Copies the negative sign into buffer, cut to size - 1 units.
     void GetNegativeSign(char16_t* buffer, size_t size) const;
     // Any text, the empty one included; null changes nothing.
     void SetNegativeSign(const char16_t* text);
+    // Copies the positive sign into buffer, cut to size - 1 units.
     void GetPositiveSign(char16_t* buffer, size_t size) const;
     // Any text, the empty one included; null changes nothing.
     void SetPositiveSign(const char16_t* text);
@@ -193,9 +200,11 @@ public:
     // Accepts 0 to 99; Failure, with nothing changed, for anything else.
     ErrorCode SetNumberDecimalDigits(int digits);
 
+    // Copies the decimal separator into buffer, cut to size - 1 units.
     void GetNumberDecimalSeparator(char16_t* buffer, size_t size) const;
     // Failure, with nothing changed, for a null or empty text.
     ErrorCode SetNumberDecimalSeparator(const char16_t* text);
+    // Copies the group separator into buffer, cut to size - 1 units.
     void GetNumberGroupSeparator(char16_t* buffer, size_t size) const;
     // Failure, with nothing changed, for a null or empty text.
     ErrorCode SetNumberGroupSeparator(const char16_t* text);
@@ -211,6 +220,7 @@ public:
     // outside 0 to 9.
     ErrorCode SetNumberGroupSizes(const int* const sizes, int count);
 
+    // The style of rendered numbers, as SetNumber stored it.
     NumberFormat GetNumber() const;
     // Stored as given, unchecked: a value outside the enumeration is read
     // back as it is and makes every rendering fail.
@@ -250,6 +260,7 @@ public:
     // docs/everyday-reading.md. A text that reads by default keeps its value
     // unless it holds one of those symbols. Copies share the setting.
     void SetEverydayReading(bool on);
+    // Whether the everyday reading is on.
     bool GetEverydayReading() const;
 
     // Parses as Parse does, with the same code, and says why: see
@@ -304,11 +315,14 @@ public:
     // A string cannot be the formatting and the parsing string of a symbol at
     // once. Rendering through a string on a bearing symbol always fails.
     ErrorCode SetSymbolFormattingString(int symbol, const char16_t* text);
+    // As SetSymbolFormattingString, for a string that Parse reads and Format
+    // does not use.
     ErrorCode SetSymbolParsingString(int symbol, const char16_t* text);
     // Copies the stored text with its terminator. NotSet when there is none;
     // Failure, with the buffer left as it was, for a null buffer or a size
     // not above the text's length.
     ErrorCode GetSymbolFormattingString(int symbol, char16_t* buffer, size_t size) const;
+    // As GetSymbolFormattingString, for the parsing string.
     ErrorCode GetSymbolParsingString(int symbol, char16_t* buffer, size_t size) const;
 
     // The symbol ids of a unit type, symbol 1 (the spelled-out name) first.
@@ -348,14 +362,14 @@ private:
 
 // Thin wrappers over the platform's mathematical functions.
 namespace Detail {
-MENSURA_API double _fabs(double value);
-MENSURA_API double _sqrt(double value);
-MENSURA_API double _sin(double value);
-MENSURA_API double _cos(double value);
-MENSURA_API double _tan(double value);
-MENSURA_API double _pow(double base, double exponent);
-MENSURA_API bool _isNaN(double value);
-MENSURA_API bool _isFinite(double value);
+MENSURA_API double _fabs(double value);                 // |value|
+MENSURA_API double _sqrt(double value);                 // the square root
+MENSURA_API double _sin(double value);                  // the sine of radians
+MENSURA_API double _cos(double value);                  // the cosine of radians
+MENSURA_API double _tan(double value);                  // the tangent of radians
+MENSURA_API double _pow(double base, double exponent);  // base to the power exponent
+MENSURA_API bool _isNaN(double value);                  // whether value is a NaN
+MENSURA_API bool _isFinite(double value);               // neither infinite nor a NaN
 }  // namespace Detail
 
 }  // namespace Mensura
