@@ -8,7 +8,6 @@
 #include "base/ids.h"
 
 #include <cmath>
-#include <memory>
 #include <string>
 #include <vector>
 
@@ -30,22 +29,21 @@ const DegreePrimeDoublePrimeSymbol* Pattern(int id, int language = 0) {
     return dynamic_cast<const DegreePrimeDoublePrimeSymbol*>(symbol);
 }
 
-std::u16string Render(const NumberSettings& impl, double degrees, int symbol,
-                      std::size_t size = 64) {
-    std::vector<char16_t> buffer(size + 1, u'#');
-    const ErrorCode result =
-        FormatWith(impl, degrees, kDegree, buffer.data(), size, symbol, nullptr);
-    if (result != ErrorCode::Success) return u"#" + std::u16string(1, u'0' + int(result));
-    return buffer.data();
-}
+// Number settings with 0 to 10 decimal digits.
+class DegreesSymbol : public ::testing::Test {
+protected:
+    void SetUp() override {
+        for (int d = 0; d <= 10; ++d) {
+            ASSERT_EQ(digits[d].SetNumberDecimalDigits(d), ErrorCode::Success);
+        }
+    }
+    std::u16string Render(int d, double degrees, int symbol = kAngle, std::size_t size = 64) {
+        return FormatWith(digits[d], degrees, kDegree, symbol, size);
+    }
+    NumberSettings digits[11];
+};
 
-std::unique_ptr<NumberSettings> WithDigits(int digits) {
-    auto impl = std::make_unique<NumberSettings>();
-    EXPECT_EQ(impl->SetNumberDecimalDigits(digits), ErrorCode::Success);
-    return impl;
-}
-
-TEST(DegreesSymbol, CatalogueHoldsTwoPatternsInBothLanguages) {
+TEST_F(DegreesSymbol, CatalogueHoldsTwoPatternsInBothLanguages) {
     for (int language = 0; language < 2; ++language) {
         ASSERT_NE(Pattern(kAngle, language), nullptr);
         ASSERT_NE(Pattern(kBearing, language), nullptr);
@@ -58,7 +56,7 @@ TEST(DegreesSymbol, CatalogueHoldsTwoPatternsInBothLanguages) {
 }
 
 // The table of the decimal digits against four angles.
-TEST(DegreesSymbol, DecimalDigitsChooseThePattern) {
+TEST_F(DegreesSymbol, DecimalDigitsChooseThePattern) {
     const struct {
         int digits;
         const char16_t* texts[4];  // 45.5, -45.51, 0, -0.5
@@ -70,18 +68,19 @@ TEST(DegreesSymbol, DecimalDigitsChooseThePattern) {
         {4, {u"45°30′0″", u"-45°30′36″", u"0°0′0″", u"-0°30′0″"}},
         {5, {u"45°30′0.0″", u"-45°30′36.0″", u"0°0′0.0″", u"-0°30′0.0″"}},
         {6, {u"45°30′0.00″", u"-45°30′36.00″", u"0°0′0.00″", u"-0°30′0.00″"}},
+        // Six decimals on the seconds.
+        {10, {u"45°30′0.000000″", u"-45°30′36.000000″", u"0°0′0.000000″", u"-0°30′0.000000″"}},
     };
     const double angles[] = {45.5, -45.51, 0, -0.5};
     for (const auto& row : rows) {
-        const auto impl = WithDigits(row.digits);
         for (int i = 0; i < 4; ++i) {
-            EXPECT_EQ(Render(*impl, angles[i], kAngle), row.texts[i])
+            EXPECT_EQ(Render(row.digits, angles[i]), row.texts[i])
                 << angles[i] << " with d = " << row.digits;
         }
     }
 }
 
-TEST(DegreesSymbol, RoundingCarriesThroughEveryUnit) {
+TEST_F(DegreesSymbol, RoundingCarriesThroughEveryUnit) {
     const struct {
         int digits;
         double degrees;
@@ -99,22 +98,22 @@ TEST(DegreesSymbol, RoundingCarriesThroughEveryUnit) {
         {5, -0.0000001, u"-0°0′0.0″"},
     };
     for (const auto& row : rows) {
-        EXPECT_EQ(Render(*WithDigits(row.digits), row.degrees, kAngle), row.text)
+        EXPECT_EQ(Render(row.digits, row.degrees), row.text)
             << row.degrees << " with d = " << row.digits;
     }
 }
 
-TEST(DegreesSymbol, EveryNumberTakesTheNumberSettings) {
-    NumberSettings impl;
-    impl.SetPositiveSign(u"+");
-    EXPECT_EQ(Render(impl, 45.51, kAngle), u"+45°+31′");
-    NumberSettings comma;
-    ASSERT_EQ(comma.SetNumberDecimalDigits(6), ErrorCode::Success);
+TEST_F(DegreesSymbol, EveryNumberTakesTheNumberSettingsAndAnyUnitOfAngle) {
+    EXPECT_EQ(FormatWith(digits[2], std::acos(0.0), kRadian, kAngle), u"90°0′");  // a right angle
+    NumberSettings& plus = digits[2];
+    plus.SetPositiveSign(u"+");
+    EXPECT_EQ(FormatWith(plus, 45.51, kDegree, kAngle), u"+45°+31′");
+    NumberSettings& comma = digits[6];
     ASSERT_EQ(comma.SetNumberDecimalSeparator(u","), ErrorCode::Success);
-    EXPECT_EQ(Render(comma, -45.51, kAngle), u"-45°30′36,00″");
+    EXPECT_EQ(FormatWith(comma, -45.51, kDegree, kAngle), u"-45°30′36,00″");
 }
 
-TEST(DegreesSymbol, BearingsByQuadrant) {
+TEST_F(DegreesSymbol, BearingsByQuadrant) {
     const struct {
         double degrees;
         const char16_t* text;
@@ -138,15 +137,15 @@ TEST(DegreesSymbol, BearingsByQuadrant) {
         {-0.0, u"E"},
         {390.25, u"N 59°45′ E"},
     };
-    const NumberSettings impl;
     for (const auto& row : rows) {
-        EXPECT_EQ(Render(impl, row.degrees, kBearing), row.text) << row.degrees;
+        EXPECT_EQ(Render(2, row.degrees, kBearing), row.text) << row.degrees;
     }
-    EXPECT_EQ(Render(*WithDigits(0), 30.25, kBearing), u"N 60° E");
-    EXPECT_EQ(Render(*WithDigits(5), 30.25, kBearing), u"N 59°45′0.0″ E");
+    EXPECT_EQ(Render(0, 30.25, kBearing), u"N 60° E");
+    EXPECT_EQ(Render(5, 30.25, kBearing), u"N 59°45′0.0″ E");
+    EXPECT_EQ(Render(10, 30.25, kBearing), u"N 59°45′0.000000″ E");
 }
 
-TEST(DegreesSymbol, TheBufferMustHoldTheTextAndItsTerminator) {
+TEST_F(DegreesSymbol, TheBufferMustHoldTheTextAndItsTerminator) {
     const struct {
         int digits;
         double degrees;
@@ -158,63 +157,36 @@ TEST(DegreesSymbol, TheBufferMustHoldTheTextAndItsTerminator) {
                 {2, 45.5, kAngle, u"45°30′"},
                 {6, -45.51, kAngle, u"-45°30′36.00″"}};
     for (const auto& row : rows) {
-        const auto impl = WithDigits(row.digits);
         const std::size_t size = std::u16string(row.text).size() + 1;
-        EXPECT_EQ(Render(*impl, row.degrees, row.symbol, size), row.text);
+        EXPECT_EQ(Render(row.digits, row.degrees, row.symbol, size), row.text);
         for (std::size_t less = 1; less < size; ++less) {
-            EXPECT_EQ(Render(*impl, row.degrees, row.symbol, less), u"#1")
+            EXPECT_EQ(Render(row.digits, row.degrees, row.symbol, less), u"#1")
                 << Narrow(row.text) << " in " << less;
         }
     }
-    const NumberSettings impl;
-    char16_t buffer[16];
-    EXPECT_EQ(Pattern(kBearing)->Render(0.0, Dimensions{}, nullptr, 16, impl).code,
+    EXPECT_EQ(Pattern(kBearing)->Render(0.0, Dimensions{}, nullptr, 16, digits[2]).code,
               ErrorCode::Failure);
-    EXPECT_EQ(Pattern(kAngle)->Render(0.0, Dimensions{1}, buffer, 16, impl).code,
-              ErrorCode::UnitMismatch);
-    EXPECT_EQ(Pattern(kBearing)->Render(0.0, Dimensions{1}, buffer, 16, impl).code,
-              ErrorCode::UnitMismatch);
+    EXPECT_EQ(FormatWith(digits[2], 1.0, kMeter, kAngle), u"#4");
+    EXPECT_EQ(FormatWith(digits[2], 1.0, kMeter, kBearing), u"#4");
 }
 
 // Six decimals on the seconds come from a decimal digits setting of 10; the
-// setting itself is passed by, never changed, also when a rendering fails.
-TEST(DegreesSymbol, TheDecimalDigitsSettingStaysAsItWas) {
-    NumberSettings impl;
-    ASSERT_EQ(impl.SetNumberDecimalDigits(10), ErrorCode::Success);
-    EXPECT_EQ(Render(impl, -45.51, kAngle), u"-45°30′36.000000″");
-    EXPECT_EQ(impl.GetNumberDecimalDigits(), 10);
-    EXPECT_EQ(Render(impl, 30.25, kBearing), u"N 59°45′0.000000″ E");
-    EXPECT_EQ(impl.GetNumberDecimalDigits(), 10);
-    // Failing at the seconds, and failing behind them at the closing letter.
-    EXPECT_EQ(Render(impl, 30.25, kBearing, 10), u"#1");
-    EXPECT_EQ(Render(impl, 30.25, kBearing, 19), u"#1");
-    EXPECT_EQ(Render(impl, -45.51, kAngle, 12), u"#1");
-    EXPECT_EQ(impl.GetNumberDecimalDigits(), 10);
+// setting itself is passed by, never changed, also when a rendering fails at
+// the seconds, behind them at the closing letter, or in a part.
+TEST_F(DegreesSymbol, TheDecimalDigitsSettingStaysAsItWas) {
+    EXPECT_EQ(Render(10, 30.25, kBearing, 10), u"#1");
+    EXPECT_EQ(Render(10, 30.25, kBearing, 19), u"#1");
+    EXPECT_EQ(Render(10, -45.51, kAngle, 12), u"#1");
     char16_t part[32];
-    EXPECT_EQ(Pattern(kAngle)->RenderPart(2, 1.0, Dimensions{}, part, 3, impl).code,
+    EXPECT_EQ(Pattern(kAngle)->RenderPart(2, 1.0, Dimensions{}, part, 3, digits[10]).code,
               ErrorCode::Failure);
-    EXPECT_EQ(impl.GetNumberDecimalDigits(), 10);
+    EXPECT_EQ(digits[10].GetNumberDecimalDigits(), 10);
     // Plain numbers go on with ten decimals.
-    char16_t buffer[32];
-    ASSERT_EQ(FormatWith(impl, 1.5, kMeter, buffer, 32, 0x202001, nullptr), ErrorCode::Success);
-    EXPECT_EQ(std::u16string(buffer), u"1.5000000000 m");
-}
-
-TEST(DegreesSymbol, ConvertedIsThePlainAngle) {
-    const NumberSettings impl;
-    char16_t buffer[32];
-    double converted = 0.0;
-    ASSERT_EQ(FormatWith(impl, 200, kDegree, buffer, 32, kBearing, &converted), ErrorCode::Success);
-    EXPECT_EQ(converted, 200.0);
-    // A right angle given in radians.
-    ASSERT_EQ(FormatWith(impl, std::acos(0.0), kRadian, buffer, 32, kAngle, &converted),
-              ErrorCode::Success);
-    EXPECT_EQ(std::u16string(buffer), u"90°0′");
-    EXPECT_DOUBLE_EQ(converted, 90.0);
+    EXPECT_EQ(FormatWith(digits[10], 1.5, kMeter, 0x202001), u"1.5000000000 m");
 }
 
 // Degrees are part 0, minutes 1, seconds 2; parts beyond the pattern show 0.
-TEST(DegreesSymbol, PartsByDecimalDigits) {
+TEST_F(DegreesSymbol, PartsByDecimalDigits) {
     const struct {
         int digits;
         double degrees;
@@ -227,11 +199,10 @@ TEST(DegreesSymbol, PartsByDecimalDigits) {
     };
     const double degree = UnitTable::Instance().FindConverter(kDegree)->GetFactor();
     for (const auto& row : rows) {
-        const auto impl = WithDigits(row.digits);
         for (int part = 0; part < 3; ++part) {
             char16_t buffer[32];
-            const Result result = Pattern(kAngle)->RenderPart(part, row.degrees * degree,
-                                                              Dimensions{}, buffer, 32, *impl);
+            const Result result = Pattern(kAngle)->RenderPart(
+                part, row.degrees * degree, Dimensions{}, buffer, 32, digits[row.digits]);
             const std::u16string text(row.parts[part]);
             ASSERT_TRUE(result.Ok()) << row.degrees << " part " << part;
             ASSERT_EQ(result.length, text.size())
@@ -239,24 +210,19 @@ TEST(DegreesSymbol, PartsByDecimalDigits) {
             EXPECT_EQ(std::u16string(buffer, text.size()), text);
         }
     }
-    const NumberSettings impl;
-    char16_t buffer[32];
-    for (int part : {-1, 3}) {
-        EXPECT_EQ(Pattern(kAngle)->RenderPart(part, 1.0, Dimensions{}, buffer, 32, impl).code,
-                  ErrorCode::Failure);
-    }
-    for (int part : {0, 1, 2}) {
-        EXPECT_EQ(Pattern(kBearing)->RenderPart(part, 1.0, Dimensions{}, buffer, 32, impl).code,
-                  ErrorCode::Failure);
-    }
-    EXPECT_EQ(Pattern(kAngle)->RenderPart(0, 1.0, Dimensions{0, 0, 1}, buffer, 32, impl).code,
-              ErrorCode::UnitMismatch);
+    const auto fails = [&](int symbol, int part, const Dimensions& dims) {
+        char16_t buffer[32];
+        return Pattern(symbol)->RenderPart(part, 1.0, dims, buffer, 32, digits[2]).code;
+    };
+    for (int part : {-1, 3}) EXPECT_EQ(fails(kAngle, part, Dimensions{}), ErrorCode::Failure);
+    for (int part : {0, 1, 2}) EXPECT_EQ(fails(kBearing, part, Dimensions{}), ErrorCode::Failure);
+    EXPECT_EQ(fails(kAngle, 0, Dimensions{0, 0, 1}), ErrorCode::UnitMismatch);
     EXPECT_EQ(Pattern(kAngle)->LastPartIndex(0), 2);
     EXPECT_EQ(Pattern(kBearing)->LastPartIndex(0), 2);
     EXPECT_EQ(Pattern(kAngle)->LastPartIndex(1), -1);
 }
 
-TEST(DegreesSymbol, ThreeNumbersReadAsOneAngle) {
+TEST_F(DegreesSymbol, ThreeNumbersReadAsOneAngle) {
     const struct {
         std::vector<double> numbers;
         double degrees;

@@ -7,8 +7,6 @@
 
 #include "base/ids.h"
 
-#include <algorithm>
-#include <iterator>
 #include <string>
 #include <vector>
 
@@ -35,29 +33,22 @@ const PrimeDoublePrimeSymbol* Pattern(int id, int language = 0) {
     return dynamic_cast<const PrimeDoublePrimeSymbol*>(symbol);
 }
 
-// Format through the driver; the text on success, else "#" and the code.
-std::u16string Render(const NumberSettings& impl, double value, int symbol, int unit = kInch,
-                      std::size_t size = 64) {
-    std::vector<char16_t> buffer(size + 1, u'#');
-    const ErrorCode result = FormatWith(impl, value, unit, buffer.data(), size, symbol, nullptr);
-    if (result != ErrorCode::Success) return u"#" + std::u16string(1, u'0' + int(result));
-    return buffer.data();
+// A list of plain numbers, as the scan leaves them in front of a symbol.
+void PushNumbers(SymbolList& list, const std::vector<double>& numbers) {
+    for (double number : numbers) list.PushBackNew<NumberSymbol>(number, 0u);
 }
 
 TEST(FeetInchesSymbol, CatalogueHoldsSixPatternsInBothLanguages) {
-    const struct {
-        int id;
-        const char16_t* text;
-    } rows[] = {{kPlain, u"x′x″"},     {kDash, u"x′–x″"},    {kFraction, u"x′x x/2″"},
-                {kBoth, u"x′–x x/2″"}, {kInches, u"x x/2″"}, {kMinutes, u"x′x″"}};
+    const std::pair<int, const char16_t*> rows[] = {{kPlain, u"x′x″"},        {kDash, u"x′–x″"},
+                                                    {kFraction, u"x′x x/2″"}, {kBoth, u"x′–x x/2″"},
+                                                    {kInches, u"x x/2″"},     {kMinutes, u"x′x″"}};
     for (int language = 0; language < 2; ++language) {
-        for (const auto& row : rows) {
-            const PrimeDoublePrimeSymbol* symbol = Pattern(row.id, language);
-            ASSERT_NE(symbol, nullptr) << std::hex << row.id;
-            EXPECT_EQ(symbol->SymbolId(), row.id);
-            EXPECT_EQ(symbol->Unit(), row.id & 0xFFFFF);
-            EXPECT_EQ(symbol->Flags(), 0u);
-            EXPECT_EQ(std::u16string(symbol->GetText()), row.text);
+        for (const auto& [id, text] : rows) {
+            const PrimeDoublePrimeSymbol* symbol = Pattern(id, language);
+            ASSERT_NE(symbol, nullptr) << std::hex << id;
+            EXPECT_EQ(symbol->SymbolId(), id);
+            EXPECT_EQ(symbol->Unit(), id & 0xFFFFF);
+            EXPECT_EQ(std::u16string(symbol->GetText()), text);
         }
     }
     EXPECT_NE(Pattern(kPlain, 0), Pattern(kPlain, 1));
@@ -86,72 +77,54 @@ TEST(FeetInchesSymbol, RendersEachPatternWithTheDefaults) {
     const NumberSettings impl;
     for (const auto& row : rows) {
         for (int i = 0; i < 5; ++i) {
-            EXPECT_EQ(Render(impl, row.inches, symbols[i]), row.texts[i])
+            EXPECT_EQ(FormatWith(impl, row.inches, kInch, symbols[i]), row.texts[i])
                 << row.inches << " under " << std::hex << symbols[i];
         }
     }
 }
 
-TEST(FeetInchesSymbol, DecimalDigitsChooseTheFinestFraction) {
-    NumberSettings impl;
-    ASSERT_EQ(impl.SetNumberDecimalDigits(4), ErrorCode::Success);  // sixteenths
+// Other settings: the decimal digits choose the finest fraction (d = 4 gives
+// sixteenths; with d = 0 the fraction pattern rounds to whole inches before
+// the split, the decimal one the inches alone), and every number takes the
+// signs and separators. Minutes and seconds count sixty, and a value in
+// another unit of the dimension renders in the pattern's.
+TEST(FeetInchesSymbol, RendersByTheNumberSettings) {
+    NumberSettings defaults, sixteenths, whole, plus, comma;
+    ASSERT_EQ(sixteenths.SetNumberDecimalDigits(4), ErrorCode::Success);
+    ASSERT_EQ(whole.SetNumberDecimalDigits(0), ErrorCode::Success);
+    plus.SetPositiveSign(u"+");
+    ASSERT_EQ(comma.SetNumberDecimalSeparator(u","), ErrorCode::Success);
+    ASSERT_EQ(comma.SetNumberGroupSeparator(u"."), ErrorCode::Success);
+    comma.SetNegativeSign(u"neg ");
     const struct {
-        double inches;
+        const NumberSettings& settings;
+        double value;
+        int unit, symbol;
         const char16_t* text;
-    } sixteenths[] = {{66.0625, u"5′6 1/16″"},
-                      {66.25, u"5′6 1/4″"},
-                      {66.5, u"5′6 1/2″"},
-                      {66.75, u"5′6 3/4″"},
-                      {66.03, u"5′6″"}};
-    for (const auto& row : sixteenths) {
-        EXPECT_EQ(Render(impl, row.inches, kFraction), row.text) << row.inches;
+    } rows[] = {
+        {sixteenths, 66.0625, kInch, kFraction, u"5′6 1/16″"},
+        {sixteenths, 66.25, kInch, kFraction, u"5′6 1/4″"},
+        {sixteenths, 66.5, kInch, kFraction, u"5′6 1/2″"},
+        {sixteenths, 66.75, kInch, kFraction, u"5′6 3/4″"},
+        {sixteenths, 66.03, kInch, kFraction, u"5′6″"},
+        {whole, 71.6, kInch, kFraction, u"6′0″"},
+        {whole, 71.6, kInch, kPlain, u"5′12″"},
+        {whole, 66.25, kInch, kFraction, u"5′6″"},
+        {plus, 66.25, kInch, kFraction, u"+5′+6 +1/+4″"},
+        {comma, 12003.5, kInch, kPlain, u"1.000′3,50″"},
+        {comma, -6, kInch, kFraction, u"neg 0′6″"},
+        {defaults, -0.1, kInch, kFraction, u"-0′0″"},  // the large number keeps the sign
+        {defaults, -0.1, kInch, kInches, u"0″"},       // no large number, no sign
+        {defaults, 1.0, kMeter, kPlain, u"3′3.37″"},   // 39.3700787... inches
+        {defaults, 330, kSecond, kMinutes, u"5′30.00″"},
+        {defaults, 3725, kSecond, kMinutes, u"62′5.00″"},
+        {defaults, -90, kSecond, kMinutes, u"-1′30.00″"},
+        {defaults, 1.5, kMinute, kMinutes, u"1′30.00″"},
+    };
+    for (const auto& row : rows) {
+        EXPECT_EQ(FormatWith(row.settings, row.value, row.unit, row.symbol), row.text)
+            << row.value << " under " << std::hex << row.symbol;
     }
-    // With d = 0 there is no fraction: the fraction pattern rounds to whole
-    // inches before the split, the decimal one rounds the inches alone.
-    ASSERT_EQ(impl.SetNumberDecimalDigits(0), ErrorCode::Success);
-    EXPECT_EQ(Render(impl, 71.6, kFraction), u"6′0″");
-    EXPECT_EQ(Render(impl, 71.6, kPlain), u"5′12″");
-    EXPECT_EQ(Render(impl, 66.25, kFraction), u"5′6″");
-}
-
-TEST(FeetInchesSymbol, EveryNumberTakesTheNumberSettings) {
-    NumberSettings impl;
-    impl.SetPositiveSign(u"+");
-    EXPECT_EQ(Render(impl, 66.25, kFraction), u"+5′+6 +1/+4″");
-    NumberSettings other;
-    ASSERT_EQ(other.SetNumberDecimalSeparator(u","), ErrorCode::Success);
-    ASSERT_EQ(other.SetNumberGroupSeparator(u"."), ErrorCode::Success);
-    EXPECT_EQ(Render(other, 12003.5, kPlain), u"1.000′3,50″");
-    other.SetNegativeSign(u"neg ");
-    EXPECT_EQ(Render(other, -6, kFraction), u"neg 0′6″");
-}
-
-TEST(FeetInchesSymbol, MinutesAndSecondsCountSixty) {
-    const NumberSettings impl;
-    EXPECT_EQ(Render(impl, 330, kMinutes, kSecond), u"5′30.00″");
-    EXPECT_EQ(Render(impl, 3725, kMinutes, kSecond), u"62′5.00″");
-    EXPECT_EQ(Render(impl, -90, kMinutes, kSecond), u"-1′30.00″");
-    EXPECT_EQ(Render(impl, 1.5, kMinutes, kMinute), u"1′30.00″");  // 1.5 minutes
-}
-
-TEST(FeetInchesSymbol, ANegativeValueThatRoundsToNothing) {
-    const NumberSettings impl;
-    EXPECT_EQ(Render(impl, -0.1, kFraction), u"-0′0″");  // the large number keeps the sign
-    EXPECT_EQ(Render(impl, -0.1, kInches), u"0″");       // no large number, no sign
-}
-
-TEST(FeetInchesSymbol, ConvertedIsTheWholeValueInTheUnit) {
-    const NumberSettings impl;
-    char16_t buffer[32];
-    double converted = 0.0;
-    ASSERT_EQ(FormatWith(impl, 66, kInch, buffer, 32, kFraction, &converted), ErrorCode::Success);
-    EXPECT_EQ(converted, 66.0);
-    ASSERT_EQ(FormatWith(impl, 1.0, kMeter, buffer, 32, kPlain, &converted), ErrorCode::Success);
-    EXPECT_EQ(std::u16string(buffer), u"3′3.37″");  // 1 m is 39.3700787... inches
-    EXPECT_DOUBLE_EQ(converted, 1.0 / 0.0254);
-    ASSERT_EQ(FormatWith(impl, 3725, kSecond, buffer, 32, kMinutes, &converted),
-              ErrorCode::Success);
-    EXPECT_EQ(converted, 3725.0);
 }
 
 TEST(FeetInchesSymbol, TheBufferMustHoldTheTextAndItsTerminator) {
@@ -166,19 +139,15 @@ TEST(FeetInchesSymbol, TheBufferMustHoldTheTextAndItsTerminator) {
                 {66.25, kInches, u"66 1/4″"}};
     for (const auto& row : rows) {
         const std::size_t size = std::u16string(row.text).size() + 1;
-        EXPECT_EQ(Render(impl, row.inches, row.symbol, kInch, size), row.text);
+        EXPECT_EQ(FormatWith(impl, row.inches, kInch, row.symbol, size), row.text);
         for (std::size_t less = 1; less < size; ++less) {
-            EXPECT_EQ(Render(impl, row.inches, row.symbol, kInch, less), u"#1")
+            EXPECT_EQ(FormatWith(impl, row.inches, kInch, row.symbol, less), u"#1")
                 << Narrow(row.text) << " in " << less;
         }
     }
-    char16_t buffer[16];
     EXPECT_EQ(Pattern(kFraction)->Render(1.0, Dimensions{1}, nullptr, 16, impl).code,
               ErrorCode::Failure);
-    // A mass is no length.
-    EXPECT_EQ(Pattern(kFraction)->Render(1.0, Dimensions{0, 1}, buffer, 16, impl).code,
-              ErrorCode::UnitMismatch);
-    EXPECT_EQ(Render(impl, 1.0, kFraction, kKilogram), u"#4");
+    EXPECT_EQ(FormatWith(impl, 1.0, kKilogram, kFraction), u"#4");  // a mass is no length
 }
 
 // The bare numbers of a symbol string: part 0 is the large number, any other
@@ -203,7 +172,6 @@ TEST(FeetInchesSymbol, PartsAreTheBareNumbers) {
     const double inch = UnitTable::Instance().FindConverter(kInch)->GetFactor();
     for (const auto& row : rows) {
         char16_t buffer[32];
-        std::fill(std::begin(buffer), std::end(buffer), u'#');
         const Result result =
             Pattern(row.symbol)
                 ->RenderPart(row.part, row.inches * inch, Dimensions{1}, buffer, 32, impl);
@@ -221,8 +189,8 @@ TEST(FeetInchesSymbol, LastPartIndexByPatternAndForm) {
     } rows[] = {{kPlain, {1, -1, -1, -1, -1}},   {kDash, {1, -1, -1, -1, -1}},
                 {kMinutes, {1, -1, -1, -1, -1}}, {kFraction, {1, 2, 3, -1, -1}},
                 {kBoth, {1, 2, 3, -1, -1}},      {kInches, {0, 1, 2, -1, -1}}};
+    const int forms[5] = {0, 1, 2, 3, -1};
     for (const auto& row : rows) {
-        const int forms[5] = {0, 1, 2, 3, -1};
         for (int i = 0; i < 5; ++i) {
             EXPECT_EQ(Pattern(row.symbol)->LastPartIndex(forms[i]), row.forms[i])
                 << std::hex << row.symbol << " form " << forms[i];
@@ -275,24 +243,21 @@ TEST(FeetInchesSymbol, PatternsWithFractionsReadInThreeForms) {
 }
 
 TEST(FeetInchesSymbol, AStringThatDoesNotFitMakesNothing) {
-    for (const char16_t* text : {u"{0} ft", u"{0} {1} {2}", u"{0} {2}", u"{1} {1}", u"ft"}) {
+    const auto refuses = [](int symbol, const char16_t* text) {
         SymbolStringParts parts;
-        ASSERT_TRUE(SplitSymbolString(text, parts));
+        CustomSymbolList out;
+        out.push_back(nullptr);  // cleared first
+        return SplitSymbolString(text, parts) &&
+               Pattern(symbol)->MakeCustomSymbols(out, parts.literals, parts.indices) ==
+                   ErrorCode::Failure &&
+               out.empty();
+    };
+    for (const char16_t* text : {u"{0} ft", u"{0} {1} {2}", u"{0} {2}", u"{1} {1}", u"ft"}) {
         for (int symbol : {kPlain, kFraction, kMinutes}) {
-            CustomSymbolList out;
-            out.push_back(nullptr);  // cleared first
-            EXPECT_EQ(Pattern(symbol)->MakeCustomSymbols(out, parts.literals, parts.indices),
-                      ErrorCode::Failure)
-                << Narrow(text);
-            EXPECT_TRUE(out.empty());
+            EXPECT_TRUE(refuses(symbol, text)) << Narrow(text) << " on " << std::hex << symbol;
         }
     }
-    SymbolStringParts two;
-    ASSERT_TRUE(SplitSymbolString(u"{0} {1}", two));
-    CustomSymbolList out;
-    EXPECT_EQ(Pattern(kInches)->MakeCustomSymbols(out, two.literals, two.indices),
-              ErrorCode::Failure);
-    EXPECT_TRUE(out.empty());
+    EXPECT_TRUE(refuses(kInches, u"{0} {1}"));
 }
 
 // The numbers of each form, in part order, into one result in base units.
@@ -326,7 +291,7 @@ TEST(FeetInchesSymbol, EachFormReadsItsNumbers) {
     };
     for (const auto& row : rows) {
         SymbolList list;
-        for (double number : row.numbers) list.PushBackNew<NumberSymbol>(number, 0u);
+        PushNumbers(list, row.numbers);
         list.PushBackNew<NumberSymbol>(99.0, 0u);  // not read: it stays
         ASSERT_EQ(Pattern(row.symbol)->ParsePart(list, row.form), ErrorCode::Success)
             << std::hex << row.symbol << std::dec << " form " << row.form;
@@ -358,7 +323,7 @@ TEST(FeetInchesSymbol, ReadingRefusals) {
     };
     for (const auto& row : rows) {
         SymbolList list;
-        for (double number : row.numbers) list.PushBackNew<NumberSymbol>(number, 0u);
+        PushNumbers(list, row.numbers);
         EXPECT_NE(Pattern(row.symbol)->ParsePart(list, row.form), ErrorCode::Success)
             << std::hex << row.symbol << std::dec << " form " << row.form;
         EXPECT_EQ(list.size(), row.numbers.size());  // nothing changed
