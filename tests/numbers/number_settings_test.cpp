@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include <cstddef>
+#include <cstdint>
 #include <initializer_list>
 #include <string>
 
@@ -137,12 +138,6 @@ TEST(NumberTokens, SwitchingSettingsBackAndForthKeepsTheTableSmall) {
     ExpectToken(impl, u"minus 1", 56, 6);
     ExpectToken(impl, u"-", 52, 0);
 }
-
-}  // namespace
-}  // namespace Mensura
-
-namespace Mensura {
-namespace {
 
 struct Scanned {
     const char16_t* text;

@@ -9,11 +9,10 @@
 #include <clocale>
 #include <cmath>
 #include <cstdio>
+#include <functional>
 #include <limits>
 #include <string>
 #include <vector>
-
-#include "numbers/number_settings.h"
 
 namespace Mensura {
 namespace {
@@ -40,22 +39,108 @@ Rendered Render(const NumberSettings& impl, double value, unsigned mode = 0,
     return {result, std::u16string(buffer.data(), end)};
 }
 
-void SetSizes(NumberSettings& impl, std::vector<int> sizes) {
-    ASSERT_EQ(impl.SetNumberGroupSizes(sizes.data(), static_cast<int>(sizes.size())),
-              ErrorCode::Success);
+// A change to default settings, for a row of a table.
+using Change = std::function<void(NumberSettings&)>;
+
+Change Sizes(std::vector<int> sizes) {
+    return [sizes](NumberSettings& f) {
+        ASSERT_EQ(f.SetNumberGroupSizes(sizes.data(), static_cast<int>(sizes.size())),
+                  ErrorCode::Success);
+    };
+}
+Change Style(NumberFormat format) {
+    return [format](NumberSettings& f) { f.SetNumber(format); };
+}
+Change Digits(int digits) {
+    return [digits](NumberSettings& f) {
+        ASSERT_EQ(f.SetNumberDecimalDigits(digits), ErrorCode::Success);
+    };
+}
+Change Signs(const char16_t* positive, const char16_t* negative = u"-") {
+    return [positive, negative](NumberSettings& f) {
+        f.SetPositiveSign(positive);
+        f.SetNegativeSign(negative);
+    };
+}
+Change Separators(const char16_t* group, const char16_t* point) {
+    return [group, point](NumberSettings& f) {
+        ASSERT_EQ(f.SetNumberGroupSeparator(group), ErrorCode::Success);
+        ASSERT_EQ(f.SetNumberDecimalSeparator(point), ErrorCode::Success);
+    };
+}
+Change Both(Change first, Change second) {
+    return [first, second](NumberSettings& f) {
+        first(f);
+        second(f);
+    };
 }
 
-struct Row {
-    double value;
-    void (*setup)(NumberSettings&);
-    unsigned mode;
-    const char16_t* text;
-};
-
-void Defaults(NumberSettings&) {}
-
-void ExpectRows(const std::vector<Row>& rows) {
-    for (const Row& row : rows) {
+TEST(RenderNumber, RowsBySettingsAndMode) {
+    using RenderMode::SignOnZero;
+    using RenderMode::WholeNumber;
+    const Change defaults = [](NumberSettings&) {};
+    const double infinity = std::numeric_limits<double>::infinity();
+    char16_t arabic[11] = {};
+    for (int d = 0; d < 10; ++d) arabic[d] = static_cast<char16_t>(0x0660 + d);
+    const struct {
+        double value;
+        Change setup;
+        unsigned mode;
+        const char16_t* text;
+    } rows[] = {
+        // Worked examples.
+        {1234567.891, defaults, 0, u"1,234,567.89"},
+        {-1234.5, defaults, 0, u"-1,234.50"},
+        {999.999, defaults, 0, u"1,000.00"},
+        {123456, defaults, 0, u"123,456.00"},
+        {0.0, defaults, 0, u"0.00"},
+        {-0.0, defaults, 0, u"0.00"},
+        {0.004, defaults, 0, u"0.00"},
+        {-0.004, defaults, 0, u"-0.00"},
+        {0.0, defaults, SignOnZero, u"-0.00"},
+        {0.0, defaults, WholeNumber | SignOnZero, u"-0"},
+        {1234567.891, defaults, WholeNumber, u"1,234,568"},
+        {1234567.891, Sizes({3, 2}), 0, u"12,34,567.89"},
+        {1234567.891, Sizes({3, 0}), 0, u"1234,567.89"},
+        {1234567.891, Sizes({0}), 0, u"1234567.89"},
+        {1234567.891, Style(NumberFormat::Fixed), 0, u"1234567.89"},
+        {5.5, Signs(u"+"), 0, u"+5.50"},
+        {0.0, Signs(u"+"), SignOnZero, u"-+0.00"},
+        {1234.5, Separators(u" ", u","), 0, u"1 234,50"},
+        // Grouping edges.
+        {123, defaults, 0, u"123.00"},  // exactly one group: no separator in front
+        {-123456, defaults, 0, u"-123,456.00"},
+        {1234, Digits(0), 0, u"1,234"},
+        {0.123456, Digits(6), 0, u"0.123456"},
+        {1234567.891, Sizes({1, 2, 0}), 0, u"1234,56,7.89"},
+        // The last size repeats: it does not start over at the first.
+        {12345678901, Sizes({3, 2}), WholeNumber, u"12,34,56,78,901"},
+        {12345678, Sizes({2}), WholeNumber, u"12,34,56,78"},
+        {1234567, Separators(u"ab", u"."), 0, u"1ab234ab567.00"},
+        // Signs, separators and digits are translated.
+        {-5, Signs(u"", u"neg "), 0, u"neg 5.00"},
+        {-5, Signs(u"", u""), 0, u"5.00"},
+        {2.5, Separators(u",", u"<>"), 0, u"2<>50"},
+        {1234.5, [&arabic](NumberSettings& f) { f.SetNativeDigits(arabic); }, 0,
+         u"\u0661,\u0662\u0663\u0664.\u0665\u0660"},
+        // 0.004 rounds to zero but is not zero: SignOnZero adds nothing.
+        {0.004, defaults, SignOnZero, u"0.00"},
+        // Other styles are never grouped; "+1.50E+03": the exponent's sign is
+        // translated like any other.
+        {1500, Style(NumberFormat::ScientificUpper), 0, u"1.50E03"},
+        {-0.0015, Style(NumberFormat::ScientificLower), 0, u"-1.50e-03"},
+        {1234567.891, Style(NumberFormat::GeneralUpper), 0, u"1.2E06"},
+        {0.000123456, Style(NumberFormat::GeneralLower), 0, u"0.00012"},
+        {1234567.891, Style(NumberFormat::GeneralLower), WholeNumber,
+         u"1e06"},  // precision 0 counts as 1
+        {1500, Both(Style(NumberFormat::ScientificUpper), Signs(u"p")), 0, u"p1.50Ep03"},
+        // Values that are not finite walk like any other text.
+        {infinity, defaults, 0, u"inf"},
+        {-infinity, defaults, 0, u"-inf"},
+        {std::nan(""), defaults, 0, u"nan"},
+        {-infinity, Style(NumberFormat::ScientificUpper), 0, u"-INF"},
+    };
+    for (const auto& row : rows) {
         NumberSettings impl;
         row.setup(impl);
         const Rendered rendered = Render(impl, row.value, row.mode);
@@ -63,119 +148,6 @@ void ExpectRows(const std::vector<Row>& rows) {
         ASSERT_TRUE(rendered.result.Ok()) << row.value << " mode " << row.mode;
         EXPECT_EQ(rendered.result.length, std::u16string(row.text).size()) << row.value;
     }
-}
-
-TEST(RenderNumber, WorkedExamples) {
-    using RenderMode::SignOnZero;
-    using RenderMode::WholeNumber;
-    ExpectRows({
-        {1234567.891, Defaults, 0, u"1,234,567.89"},
-        {-1234.5, Defaults, 0, u"-1,234.50"},
-        {999.999, Defaults, 0, u"1,000.00"},
-        {123456, Defaults, 0, u"123,456.00"},
-        {0.0, Defaults, 0, u"0.00"},
-        {-0.0, Defaults, 0, u"0.00"},
-        {0.004, Defaults, 0, u"0.00"},
-        {-0.004, Defaults, 0, u"-0.00"},
-        {0.0, Defaults, SignOnZero, u"-0.00"},
-        {0.0, Defaults, WholeNumber | SignOnZero, u"-0"},
-        {1234567.891, Defaults, WholeNumber, u"1,234,568"},
-        {1234567.891,
-         [](NumberSettings& f) {
-             SetSizes(f, {3, 2});
-         },
-         0, u"12,34,567.89"},
-        {1234567.891,
-         [](NumberSettings& f) {
-             SetSizes(f, {3, 0});
-         },
-         0, u"1234,567.89"},
-        {1234567.891, [](NumberSettings& f) { SetSizes(f, {0}); }, 0, u"1234567.89"},
-        {1234567.891, [](NumberSettings& f) { f.SetNumber(NumberFormat::Fixed); }, 0,
-         u"1234567.89"},
-        {5.5, [](NumberSettings& f) { f.SetPositiveSign(u"+"); }, 0, u"+5.50"},
-        {0.0, [](NumberSettings& f) { f.SetPositiveSign(u"+"); }, SignOnZero, u"-+0.00"},
-        {1234.5,
-         [](NumberSettings& f) {
-             f.SetNumberGroupSeparator(u" ");
-             f.SetNumberDecimalSeparator(u",");
-         },
-         0, u"1 234,50"},
-    });
-}
-
-TEST(RenderNumber, GroupingEdges) {
-    ExpectRows({
-        {123, Defaults, 0, u"123.00"},  // exactly one group: no separator in front
-        {-123456, Defaults, 0, u"-123,456.00"},
-        {1234, [](NumberSettings& f) { f.SetNumberDecimalDigits(0); }, 0, u"1,234"},
-        {0.123456, [](NumberSettings& f) { f.SetNumberDecimalDigits(6); }, 0, u"0.123456"},
-        {1234567.891,
-         [](NumberSettings& f) {
-             SetSizes(f, {1, 2, 0});
-         },
-         0, u"1234,56,7.89"},
-        // The last size repeats: it does not start over at the first.
-        {12345678901,
-         [](NumberSettings& f) {
-             SetSizes(f, {3, 2});
-         },
-         RenderMode::WholeNumber, u"12,34,56,78,901"},
-        {12345678, [](NumberSettings& f) { SetSizes(f, {2}); }, RenderMode::WholeNumber,
-         u"12,34,56,78"},
-        {1234567, [](NumberSettings& f) { f.SetNumberGroupSeparator(u"ab"); }, 0,
-         u"1ab234ab567.00"},
-    });
-}
-
-TEST(RenderNumber, SignsSeparatorsAndDigitsAreTranslated) {
-    ExpectRows({
-        {-5, [](NumberSettings& f) { f.SetNegativeSign(u"neg "); }, 0, u"neg 5.00"},
-        {-5, [](NumberSettings& f) { f.SetNegativeSign(u""); }, 0, u"5.00"},
-        {2.5, [](NumberSettings& f) { f.SetNumberDecimalSeparator(u"<>"); }, 0, u"2<>50"},
-        {1234.5,
-         [](NumberSettings& f) {
-             char16_t arabic[10];
-             for (int d = 0; d < 10; ++d) arabic[d] = static_cast<char16_t>(0x0660 + d);
-             f.SetNativeDigits(arabic);
-         },
-         0, u"\u0661,\u0662\u0663\u0664.\u0665\u0660"},
-        // 0.004 rounds to zero but is not zero: SignOnZero adds nothing.
-        {0.004, Defaults, RenderMode::SignOnZero, u"0.00"},
-    });
-}
-
-TEST(RenderNumber, OtherStylesAreNeverGrouped) {
-    ExpectRows({
-        // "+1.50E+03": the exponent's sign is translated like any other.
-        {1500, [](NumberSettings& f) { f.SetNumber(NumberFormat::ScientificUpper); }, 0,
-         u"1.50E03"},
-        {-0.0015, [](NumberSettings& f) { f.SetNumber(NumberFormat::ScientificLower); }, 0,
-         u"-1.50e-03"},
-        {1234567.891, [](NumberSettings& f) { f.SetNumber(NumberFormat::GeneralUpper); }, 0,
-         u"1.2E06"},
-        {0.000123456, [](NumberSettings& f) { f.SetNumber(NumberFormat::GeneralLower); }, 0,
-         u"0.00012"},
-        {1234567.891, [](NumberSettings& f) { f.SetNumber(NumberFormat::GeneralLower); },
-         RenderMode::WholeNumber, u"1e06"},  // precision 0 counts as 1
-        {1500,
-         [](NumberSettings& f) {
-             f.SetNumber(NumberFormat::ScientificUpper);
-             f.SetPositiveSign(u"p");
-         },
-         0, u"p1.50Ep03"},
-    });
-}
-
-TEST(RenderNumber, NonFiniteValuesWalkLikeAnyOtherText) {
-    const double infinity = std::numeric_limits<double>::infinity();
-    ExpectRows({
-        {infinity, Defaults, 0, u"inf"},
-        {-infinity, Defaults, 0, u"-inf"},
-        {std::nan(""), Defaults, 0, u"nan"},
-        {-infinity, [](NumberSettings& f) { f.SetNumber(NumberFormat::ScientificUpper); }, 0,
-         u"-INF"},
-    });
 }
 
 TEST(RenderNumber, Failures) {
