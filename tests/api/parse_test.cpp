@@ -63,7 +63,7 @@ TEST(ParseNumbers, ReadByTheFormattersTokens) {
                  {u"1,000.5", 1000.5},
                  {u"1,", 1.0},
                  {u"1, m", 1.0},
-                 {u"-0 m", -0.0}});  // a negative zero keeps its sign
+                 {u"-0 m", -0.0}});
     ExpectRefused(formatter, kMeter,
                   {u"",     u" ",    u"m",     u".",     u"-",     u"1.000,5", u".e3",
                    u"1e",   u"1e m", u"1e3.5", u"1.2.3", u"1..2",  u"+5",      u"--5",

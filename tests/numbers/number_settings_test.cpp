@@ -12,37 +12,33 @@
 namespace Mensura {
 namespace {
 
-struct Token {
-    int code;
-    std::size_t length;
-};
+using NumberToken::Digit;
+constexpr int kNone = NumberToken::None;
+constexpr int kGroup = NumberToken::GroupSeparator;
+constexpr int kPoint = NumberToken::DecimalSeparator;
+constexpr int kPlus = NumberToken::PositiveSign;
+constexpr int kMinus = NumberToken::NegativeSign;
+constexpr int kExponent = NumberToken::Exponent;
 
-// The code of the longest number token at the start of text, and its length
-// (0 when nothing, or only the empty key on the root, matched).
-Token Find(const NumberSettings& impl, const char16_t* text) {
-    std::size_t matched = 0;
-    const int code = impl.NumberTokens().FindLongest(text, &matched);
-    return {code, matched};
-}
-
+// The longest number token at the start of text has `code` and is `length`
+// units long (0 when nothing, or only the empty key on the root, matched).
 void ExpectToken(const NumberSettings& impl, const char16_t* text, int code, std::size_t length) {
-    const Token token = Find(impl, text);
-    EXPECT_EQ(token.code, code) << "text of " << std::u16string(text).size() << " units";
-    EXPECT_EQ(token.length, length);
+    std::size_t matched = 0;
+    EXPECT_EQ(impl.NumberTokens().FindLongest(text, &matched), code)
+        << "text of " << std::u16string(text).size() << " units";
+    EXPECT_EQ(matched, length);
 }
 
+// "+" is no token while the positive sign is empty: that sign is on the root.
 TEST(NumberTokens, Defaults) {
     const struct {
         const char16_t* text;
         int code;
         std::size_t length;
-    } rows[] =
-        {
-            {u"0", 4, 1},  {u"5x", 24, 1}, {u"9", 40, 1},  {u",", 44, 1},
-            {u".", 48, 1}, {u"-", 56, 1},  {u"e", 60, 1},  {u"E3", 60, 1},
-            {u"", 52, 0},  {u"x", 52, 0},  {u"+5", 52, 0},  // "+" is no token while the positive
-                                                            // sign is empty
-        };
+    } rows[] = {{u"0", Digit(0), 1},  {u"5x", Digit(5), 1},  {u"9", Digit(9), 1},
+                {u",", kGroup, 1},    {u".", kPoint, 1},     {u"-", kMinus, 1},
+                {u"e", kExponent, 1}, {u"E3", kExponent, 1}, {u"", kPlus, 0},
+                {u"x", kPlus, 0},     {u"+5", kPlus, 0}};
     const NumberSettings impl;
     for (const auto& row : rows) ExpectToken(impl, row.text, row.code, row.length);
 }
@@ -50,40 +46,40 @@ TEST(NumberTokens, Defaults) {
 TEST(NumberTokens, PositiveSignTakesItsCodeOffTheRoot) {
     NumberSettings impl;
     impl.SetPositiveSign(u"+");
-    ExpectToken(impl, u"+5", 52, 1);
-    ExpectToken(impl, u"x", 0, 0);
+    ExpectToken(impl, u"+5", kPlus, 1);
+    ExpectToken(impl, u"x", kNone, 0);
     impl.SetPositiveSign(nullptr);  // ignored
-    ExpectToken(impl, u"+5", 52, 1);
+    ExpectToken(impl, u"+5", kPlus, 1);
     impl.SetPositiveSign(u"plus");
-    ExpectToken(impl, u"plus5", 52, 4);
-    ExpectToken(impl, u"+5", 0, 0);
+    ExpectToken(impl, u"plus5", kPlus, 4);
+    ExpectToken(impl, u"+5", kNone, 0);
 }
 
 TEST(NumberTokens, BothSignsEmptyShareTheRootAndErasingEitherEmptiesIt) {
     NumberSettings impl;
     impl.SetNegativeSign(u"");
-    ExpectToken(impl, u"x", 56, 0);
-    ExpectToken(impl, u"-", 56, 0);  // "-" itself is no token any more
+    ExpectToken(impl, u"x", kMinus, 0);
+    ExpectToken(impl, u"-", kMinus, 0);  // "-" itself is no token any more
     impl.SetPositiveSign(u"");
-    ExpectToken(impl, u"x", 52, 0);
+    ExpectToken(impl, u"x", kPlus, 0);
     impl.SetNegativeSign(u"-");  // erases "" though the positive sign is still empty
-    ExpectToken(impl, u"x", 0, 0);
-    ExpectToken(impl, u"-", 56, 1);
+    ExpectToken(impl, u"x", kNone, 0);
+    ExpectToken(impl, u"-", kMinus, 1);
 }
 
 TEST(NumberTokens, SeparatorsShareTextsAndTheLastOneSetWins) {
     NumberSettings impl;
     EXPECT_EQ(impl.SetNumberGroupSeparator(u"."), ErrorCode::Success);
-    ExpectToken(impl, u".", 44, 1);
+    ExpectToken(impl, u".", kGroup, 1);
     ExpectToken(impl, u",", 52, 0);
     EXPECT_EQ(impl.SetNumberGroupSeparator(u","), ErrorCode::Success);
     ExpectToken(impl, u",", 44, 1);
-    ExpectToken(impl, u".", 52, 0);  // the decimal separator has lost its token
+    ExpectToken(impl, u".", kPlus, 0);  // the decimal separator has lost its token
     EXPECT_EQ(impl.SetNumberDecimalSeparator(u"."), ErrorCode::Success);
-    ExpectToken(impl, u".", 48, 1);
+    ExpectToken(impl, u".", kPoint, 1);
     EXPECT_EQ(impl.SetNumberDecimalSeparator(u"dot"), ErrorCode::Success);
-    ExpectToken(impl, u"dot", 48, 3);
-    ExpectToken(impl, u".", 52, 0);
+    ExpectToken(impl, u"dot", kPoint, 3);
+    ExpectToken(impl, u".", kPlus, 0);
 }
 
 TEST(NumberTokens, RefusedSettersLeaveTheTableAlone) {
@@ -92,9 +88,9 @@ TEST(NumberTokens, RefusedSettersLeaveTheTableAlone) {
     EXPECT_EQ(impl.SetNumberGroupSeparator(nullptr), ErrorCode::Failure);
     const char16_t twice[] = u"0123456780";
     EXPECT_EQ(impl.SetNativeDigits(twice), ErrorCode::Failure);
-    ExpectToken(impl, u".", 48, 1);
+    ExpectToken(impl, u".", kPoint, 1);
     ExpectToken(impl, u",", 44, 1);
-    ExpectToken(impl, u"9", 40, 1);
+    ExpectToken(impl, u"9", Digit(9), 1);
 }
 
 TEST(NumberTokens, NativeDigitsReplaceTheAsciiOnes) {
@@ -102,12 +98,12 @@ TEST(NumberTokens, NativeDigitsReplaceTheAsciiOnes) {
     char16_t arabic[10];
     for (int d = 0; d < 10; ++d) arabic[d] = static_cast<char16_t>(0x0660 + d);
     ASSERT_EQ(impl.SetNativeDigits(arabic), ErrorCode::Success);
-    ExpectToken(impl, u"5", 52, 0);  // falls back on the root
+    ExpectToken(impl, u"5", kPlus, 0);  // falls back on the root
     const char16_t five[] = {0x0665, 0};
-    ExpectToken(impl, five, 24, 1);
+    ExpectToken(impl, five, Digit(5), 1);
     const char16_t nine[] = {0x0669, u'x', 0};
-    ExpectToken(impl, nine, 40, 1);
-    ExpectToken(impl, u"e", 60, 1);
+    ExpectToken(impl, nine, Digit(9), 1);
+    ExpectToken(impl, u"e", kExponent, 1);
 }
 
 TEST(NumberTokens, NativeDigitsEraseASeparatorThatSharesTheirText) {
@@ -115,10 +111,10 @@ TEST(NumberTokens, NativeDigitsEraseASeparatorThatSharesTheirText) {
     const char16_t digits[] = u"0123456,89";  // "," stands for 7
     ASSERT_EQ(impl.SetNativeDigits(digits), ErrorCode::Success);
     ExpectToken(impl, u",", 32, 1);
-    ExpectToken(impl, u"7", 52, 0);
+    ExpectToken(impl, u"7", kPlus, 0);
     ASSERT_EQ(impl.SetNativeDigits(u"0123456789"), ErrorCode::Success);
     ExpectToken(impl, u",", 52, 0);  // gone with the digit
-    ExpectToken(impl, u"7", 32, 1);
+    ExpectToken(impl, u"7", Digit(7), 1);
 }
 
 // Every setter erases a text from the table; switching back and forth must
@@ -133,10 +129,10 @@ TEST(NumberTokens, SwitchingSettingsBackAndForthKeepsTheTableSmall) {
         if (round == 5) settled = impl.NumberTokens().PoolBytes();
     }
     EXPECT_LE(impl.NumberTokens().PoolBytes(), settled);
-    ExpectToken(impl, u"'", 44, 1);
-    ExpectToken(impl, u"thin space", 52, 0);
-    ExpectToken(impl, u"minus 1", 56, 6);
-    ExpectToken(impl, u"-", 52, 0);
+    ExpectToken(impl, u"'", kGroup, 1);
+    ExpectToken(impl, u"thin space", kPlus, 0);
+    ExpectToken(impl, u"minus 1", kMinus, 6);
+    ExpectToken(impl, u"-", kPlus, 0);
 }
 
 struct Scanned {
