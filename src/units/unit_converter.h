@@ -38,14 +38,18 @@ public:
     bool HasOffset() const { return hasOffset; }
 
 protected:
-    UnitConverter(const Dimensions& dims, double scale, bool offset)
-        : dimensions(dims), factor(scale), hasOffset(offset) {}
+    UnitConverter(const Dimensions& dims, double scale) : dimensions(dims), factor(scale) {}
+    UnitConverter(const Dimensions& dims, double scale, double zero)
+        : dimensions(dims), factor(scale), offset(zero), hasOffset(true) {}
     UnitConverter(const UnitConverter&) = default;
     UnitConverter& operator=(const UnitConverter&) = default;
 
     Dimensions dimensions;
     double factor;
-    bool hasOffset;  // the object is a LinearConverter
+    // The offset lives here rather than in LinearConverter, so that the
+    // direct paths read it without casting to a class the object may not be.
+    double offset = 0.0;
+    bool hasOffset = false;  // the object is a LinearConverter
 };
 
 // A pure scale: one unit is `factor` base units.
@@ -57,22 +61,20 @@ public:
     static constexpr QuotientTag Quotient{};
 
     // A dimensionless scale.
-    explicit GenericConverter(double scale) : UnitConverter(Dimensions{}, scale, false) {}
+    explicit GenericConverter(double scale) : UnitConverter(Dimensions{}, scale) {}
     // A scale with the given exponents.
-    GenericConverter(const Dimensions& dims, double scale) : UnitConverter(dims, scale, false) {}
+    GenericConverter(const Dimensions& dims, double scale) : UnitConverter(dims, scale) {}
     GenericConverter(const GenericConverter&) = default;
     GenericConverter& operator=(const GenericConverter&) = default;
     template <int L, int M, int T, int I, int Theta, int N, int J>
     explicit GenericConverter(Quantity<L, M, T, I, Theta, N, J> quantity)
-        : UnitConverter(Dimensions{L, M, T, I, Theta, N, J}, quantity.Value(), false) {}
+        : UnitConverter(Dimensions{L, M, T, I, Theta, N, J}, quantity.Value()) {}
     // a times b: exponents add, factors multiply. An offset plays no part.
     GenericConverter(const UnitConverter& a, const UnitConverter& b, ProductTag)
-        : UnitConverter(a.GetDimensions() + b.GetDimensions(), a.GetFactor() * b.GetFactor(),
-                        false) {}
+        : UnitConverter(a.GetDimensions() + b.GetDimensions(), a.GetFactor() * b.GetFactor()) {}
     // a divided by b: exponents subtract, factors divide.
     GenericConverter(const UnitConverter& a, const UnitConverter& b, QuotientTag)
-        : UnitConverter(a.GetDimensions() - b.GetDimensions(), a.GetFactor() / b.GetFactor(),
-                        false) {}
+        : UnitConverter(a.GetDimensions() - b.GetDimensions(), a.GetFactor() / b.GetFactor()) {}
 
     ErrorCode FromBase(double value, const Dimensions& dims, double& out) const override {
         return DirectFromBase(value, dims, out);
@@ -95,8 +97,7 @@ public:
 class LinearConverter final : public UnitConverter {
 public:
     LinearConverter(Quantity<0, 0, 0, 0, 1, 0, 0> scale, Quantity<0, 0, 0, 0, 1, 0, 0> offset)
-        : UnitConverter(Dimensions{0, 0, 0, 0, 1, 0, 0}, scale.Value(), true),
-          offset(offset.Value()) {}
+        : UnitConverter(Dimensions{0, 0, 0, 0, 1, 0, 0}, scale.Value(), offset.Value()) {}
     LinearConverter(const LinearConverter&) = default;
 
     ErrorCode FromBase(double value, const Dimensions& dims, double& out) const override {
@@ -113,24 +114,19 @@ public:
     UnitConverter* Clone() const override { return new LinearConverter(*this); }
 
     double GetOffset() const { return offset; }
-
-private:
-    double offset;
 };
 
 inline ErrorCode UnitConverter::DirectFromBase(double value, const Dimensions& dims,
                                                double& out) const {
     if (!SameDimensions(dims, dimensions)) return ErrorCode::UnitMismatch;
-    out = hasOffset ? (value - static_cast<const LinearConverter*>(this)->GetOffset()) / factor
-                    : value / factor;
+    out = hasOffset ? (value - offset) / factor : value / factor;
     return ErrorCode::Success;
 }
 
 inline ErrorCode UnitConverter::DirectToBase(double value, double& out,
                                              const Dimensions& dims) const {
     if (!SameDimensions(dims, dimensions)) return ErrorCode::UnitMismatch;
-    out = hasOffset ? value * factor + static_cast<const LinearConverter*>(this)->GetOffset()
-                    : value * factor;
+    out = hasOffset ? value * factor + offset : value * factor;
     return ErrorCode::Success;
 }
 
