@@ -16,9 +16,23 @@ constexpr int kNoUnit = -1;
 // four lanes at once (a clone chosen at load); each lane rounds alike.
 // Four loads come before four stores: out may be values, and a block read
 // whole lets the compiler use vector lanes without a check.
-__attribute__((target_clones("avx2", "default"))) void ScaleColumn(const double* values,
-                                                                   double* out, std::size_t count,
-                                                                   double into, double outOf) {
+//
+// The clone's selector runs while the program is loaded, before a thread
+// sanitizer's runtime has started, so that build keeps the one plain loop.
+#if defined(__SANITIZE_THREAD__)
+#define MENSURA_NO_CLONES 1
+#elif defined(__has_feature)
+#if __has_feature(thread_sanitizer)
+#define MENSURA_NO_CLONES 1
+#endif
+#endif
+#if defined(MENSURA_NO_CLONES)
+#define MENSURA_COLUMN_CLONES
+#else
+#define MENSURA_COLUMN_CLONES __attribute__((target_clones("avx2", "default")))
+#endif
+MENSURA_COLUMN_CLONES void ScaleColumn(const double* values, double* out, std::size_t count,
+                                       double into, double outOf) {
     std::size_t i = 0;
     for (; i + 4 <= count; i += 4) {
         const double a = values[i], b = values[i + 1], c = values[i + 2], d = values[i + 3];

@@ -6,7 +6,7 @@
 # consumers that use it prove that nothing in it names an absolute path.
 #
 #   cmake -DBUILD_DIR=... -DSOURCE_DIR=... -DSTAGE=... -DLIBDIR=lib
-#         -DVERSION=0.2.0 -DWITH_TOOL=ON -DCONFIGURED_PREFIX=/usr/local -P install.cmake
+#         -DVERSION=0.3.0 -DWITH_TOOL=ON -DCONFIGURED_PREFIX=/usr/local -P install.cmake
 cmake_minimum_required(VERSION 3.20)
 foreach(variable BUILD_DIR SOURCE_DIR STAGE LIBDIR VERSION WITH_TOOL CONFIGURED_PREFIX)
   if(NOT DEFINED ${variable})

@@ -2,7 +2,7 @@
 # pkg-config says for an installed Mensura, and runs them:
 #   cc main.c $(pkg-config --cflags --libs mensura)
 #
-#   cmake -DPREFIX=... -DLIBDIR=lib -DVERSION=0.2.0 -DSOURCE_DIR=... -DBINARY_DIR=...
+#   cmake -DPREFIX=... -DLIBDIR=lib -DVERSION=0.3.0 -DSOURCE_DIR=... -DBINARY_DIR=...
 #         -DCC=cc -DCXX=c++ [-DSANITIZE=address,undefined] -P pkgconfig.cmake
 cmake_minimum_required(VERSION 3.20)
 find_program(PKG_CONFIG pkg-config)

@@ -2,7 +2,7 @@
 # checks them: their names, sections and dependencies, the files each holds,
 # and that lintian finds no error in them (its warnings are printed).
 #
-#   cmake -DCONFIG=<build>/CPackConfig.cmake -DOUT=<folder> -DVERSION=0.2.0
+#   cmake -DCONFIG=<build>/CPackConfig.cmake -DOUT=<folder> -DVERSION=0.3.0
 #         -DLIBDIR=lib -DWITH_TOOL=ON -P debian.cmake
 cmake_minimum_required(VERSION 3.20)
 foreach(variable CONFIG OUT VERSION LIBDIR WITH_TOOL)
