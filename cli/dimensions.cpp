@@ -4,6 +4,7 @@
 #include <cstdlib>
 
 #include "catalog.h"
+#include "text.h"
 
 namespace MensuraCli {
 
@@ -16,26 +17,6 @@ constexpr const char* kBaseNames[7] = {"m", "kg", "s", "A", "K", "mol", "cd"};
 constexpr const char* kDimensionNames[7] = {"L", "M", "T", "I", "Θ", "N", "J"};
 // The order in which the base units are written: the mass first, as in kg·m·s⁻².
 constexpr int kWriteOrder[7] = {1, 0, 2, 3, 4, 5, 6};
-
-std::string Superscript(int exponent) {
-    static const char* const kDigits[10] = {"⁰", "¹", "²", "³", "⁴", "⁵", "⁶", "⁷", "⁸", "⁹"};
-    std::string out = exponent < 0 ? "⁻" : "";
-    const std::string digits = std::to_string(std::abs(exponent));
-    for (char digit : digits) out += kDigits[digit - '0'];
-    return out;
-}
-
-std::string PowersText(const Exponents& exponents, const char* const (&names)[7],
-                       const int (&order)[7]) {
-    std::string out;
-    for (int i : order) {
-        if (exponents[i] == 0) continue;
-        if (!out.empty()) out += "·";
-        out += names[i];
-        if (exponents[i] != 1) out += Superscript(exponents[i]);
-    }
-    return out.empty() ? "1" : out;
-}
 
 // A unit type whose dimensions are not those of `unit`: converting into it
 // fails and leaves the value in base units. 0 when every group has the

@@ -2,6 +2,7 @@
 
 #include <charconv>
 #include <cmath>
+#include <cstdlib>
 #include <system_error>
 
 namespace MensuraCli {
@@ -332,6 +333,30 @@ std::string JsonString(std::string_view utf8) {
     }
     out += '"';
     return out;
+}
+
+namespace {
+
+std::string Superscript(int exponent) {
+    static const char* const kDigits[10] = {"⁰", "¹", "²", "³", "⁴", "⁵", "⁶", "⁷", "⁸", "⁹"};
+    std::string out = exponent < 0 ? "⁻" : "";
+    const std::string digits = std::to_string(std::abs(exponent));
+    for (char digit : digits) out += kDigits[digit - '0'];
+    return out;
+}
+
+}  // namespace
+
+std::string PowersText(const std::array<int, 7>& exponents, const char* const (&names)[7],
+                       const int (&order)[7]) {
+    std::string out;
+    for (int i : order) {
+        if (exponents[i] == 0) continue;
+        if (!out.empty()) out += "·";
+        out += names[i];
+        if (exponents[i] != 1) out += Superscript(exponents[i]);
+    }
+    return out.empty() ? "1" : out;
 }
 
 std::string JsonNumber(double value) {

@@ -4,6 +4,7 @@
 #ifndef MENSURA_CLI_TEXT_H
 #define MENSURA_CLI_TEXT_H
 
+#include <array>
 #include <cstddef>
 #include <string>
 #include <string_view>
@@ -20,6 +21,11 @@ bool Utf8ToUtf16(std::string_view in, std::u16string& out);
 std::string ValidUtf8(std::string_view text);
 // Encodes UTF-16 as UTF-8; a lone surrogate becomes U+FFFD.
 std::string Utf16ToUtf8(std::u16string_view in);
+
+// Seven exponents as a product of powers, in the given order of the names:
+// "kg·m·s⁻²"; "1" when all are 0.
+std::string PowersText(const std::array<int, 7>& exponents, const char* const (&names)[7],
+                       const int (&order)[7]);
 
 // Decodes the code point that starts at in[i]: its length in units (1 or 2;
 // a lone surrogate is one unit and reads as U+FFFD).

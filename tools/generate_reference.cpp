@@ -44,6 +44,7 @@
 #include "line_diff.h"
 #include "mensura/mensura.h"
 #include "mensura/mensura.hpp"
+#include "text.h"
 #include "units/unit_table.h"
 
 namespace {
@@ -72,30 +73,7 @@ using Exponents = std::array<int, 7>;
 // --- Text ------------------------------------------------------------------
 
 std::string Utf8(const std::u16string& text) {
-    std::string out;
-    for (std::size_t i = 0; i < text.size(); ++i) {
-        char32_t c = text[i];
-        if (c >= 0xD800 && c < 0xDC00 && i + 1 < text.size() && text[i + 1] >= 0xDC00 &&
-            text[i + 1] < 0xE000) {
-            c = 0x10000 + ((c - 0xD800) << 10) + (text[++i] - 0xDC00);
-        }
-        if (c < 0x80) {
-            out += static_cast<char>(c);
-        } else if (c < 0x800) {
-            out += static_cast<char>(0xC0 | (c >> 6));
-            out += static_cast<char>(0x80 | (c & 0x3F));
-        } else if (c < 0x10000) {
-            out += static_cast<char>(0xE0 | (c >> 12));
-            out += static_cast<char>(0x80 | ((c >> 6) & 0x3F));
-            out += static_cast<char>(0x80 | (c & 0x3F));
-        } else {
-            out += static_cast<char>(0xF0 | (c >> 18));
-            out += static_cast<char>(0x80 | ((c >> 12) & 0x3F));
-            out += static_cast<char>(0x80 | ((c >> 6) & 0x3F));
-            out += static_cast<char>(0x80 | (c & 0x3F));
-        }
-    }
-    return out;
+    return MensuraCli::Utf16ToUtf8(text);
 }
 
 std::u16string Utf16(const std::string& text) {
@@ -424,23 +402,9 @@ Catalogue ReadCatalogue() {
 
 // --- Dimensions ------------------------------------------------------------
 
-std::string Superscript(int exponent) {
-    static const char* const kDigits[10] = {"⁰", "¹", "²", "³", "⁴", "⁵", "⁶", "⁷", "⁸", "⁹"};
-    std::string out = exponent < 0 ? "⁻" : "";
-    for (char digit : std::to_string(std::abs(exponent))) out += kDigits[digit - '0'];
-    return out;
-}
-
 std::string Powers(const Exponents& exponents, const char* const (&names)[7],
                    const int (&order)[7]) {
-    std::string out;
-    for (int i : order) {
-        if (exponents[i] == 0) continue;
-        if (!out.empty()) out += "·";
-        out += names[i];
-        if (exponents[i] != 1) out += Superscript(exponents[i]);
-    }
-    return out.empty() ? "1" : out;
+    return MensuraCli::PowersText(exponents, names, order);
 }
 
 // L·M·T⁻²
