@@ -45,6 +45,10 @@
 //  - the style is one of the six, and for the compound notations, which
 //    render each of their numbers in the style, Fixed or Number: in the
 //    others 416 in renders as "3E01′8.00E00″", which is no reading;
+//  - for the compound notations, the positive sign is empty: a negative
+//    value whose first part is 0 writes the negative sign before the
+//    positive one of that 0 ("-+0′+6.00″" for -6 in with "+"), and a number
+//    takes one sign;
 //  - the negative sign is not empty: an empty one writes a negative number,
 //    or a negative exponent, as a positive one;
 //  - each text is one of the sets below, which no symbol's text contains
@@ -193,6 +197,7 @@ bool ReadsWithoutDoubt(const Settings& settings, bool compound) {
         settings.style != NumberFormat::Number) {
         return false;
     }
+    if (compound && !settings.positive.empty()) return false;
     if (settings.negative.empty()) return false;
     if (!OneOfTheSeparators(settings.decimal) && !PlainText(settings.decimal)) return false;
     if (!OneOfTheSeparators(settings.group) && !PlainText(settings.group)) return false;
