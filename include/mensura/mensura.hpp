@@ -234,7 +234,9 @@ public:
     // the group's default unit, a unit type id for its default symbol, or a
     // complete symbol id. Returns Failure for an unknown unit or symbol or a
     // buffer that cannot hold the text and its terminator (the buffer's content
-    // is then undefined), UnitMismatch when the symbol measures another
+    // is then undefined; a number is printed with its sign and a terminator
+    // before it is written, so the last number of a text may ask for up to
+    // two units more), UnitMismatch when the symbol measures another
     // quantity. On success *converted, when converted is not null, receives
     // the value in the chosen symbol's unit, unrounded.
     ErrorCode Format(double value, int unit, char16_t* buffer, size_t size, int symbol = 0,
