@@ -1,6 +1,7 @@
 // The ids that the library's own code and its tests name: groups and unit
 // types that a notation or a rule is about. Written once here; a test holds
-// each to the catalogue's display name of the id.
+// each to the public id of the same name in mensura/ids.h, which is written
+// from the catalogue's display names.
 #ifndef MENSURA_BASE_IDS_H
 #define MENSURA_BASE_IDS_H
 
