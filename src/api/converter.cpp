@@ -132,13 +132,10 @@ ErrorCode Converter::Convert(double value, int from, double& out, const int (&di
     return source->DirectToBase(value, out, ToDimensions(dimensions));
 }
 
+// A group id holds nothing to merge, so the list without a capacity is the
+// one with room for every group.
 size_t Converter::GetUnitGroups(int* const ids) {
-    const UnitTable& units = UnitTable::Instance();
-    const std::size_t count = units.GroupCount();
-    if (ids != nullptr) {
-        for (std::size_t i = 0; i < count; ++i) ids[i] = static_cast<int>(i + 1) << 12;
-    }
-    return count;
+    return CopyUnitGroups(ids, static_cast<size_t>(-1));
 }
 
 size_t Converter::GetUnitTypes(int group, int* const ids) {
