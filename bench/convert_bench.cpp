@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "allocation_counter.h"
+#include "floor_library.h"
 #include "mensura/mensura.hpp"
 
 namespace {
@@ -59,6 +60,19 @@ void BM_FlatConvert(benchmark::State& state) {
     ReportAllocations(state, before);
 }
 BENCHMARK(BM_FlatConvert);
+
+// The floor of both: a call of the same signature into a shared library of
+// its own, which only multiplies.
+void BM_ConvertFloor(benchmark::State& state) {
+    double value = 5.5;
+    double out = 0.0;
+    for (auto _ : state) {
+        benchmark::DoNotOptimize(value);
+        MensuraBenchFloorConvert(value, kFoot, &out, kMeter);
+        benchmark::DoNotOptimize(out);
+    }
+}
+BENCHMARK(BM_ConvertFloor);
 
 void BM_PreparedConverter(benchmark::State& state) {
     const Mensura::Converter converter(kFoot, kMeter);
