@@ -74,6 +74,18 @@ void BM_ConvertFloor(benchmark::State& state) {
 }
 BENCHMARK(BM_ConvertFloor);
 
+// What no conversion can go below: a multiply and a divide in one call.
+void BM_ConvertRuleFloor(benchmark::State& state) {
+    double value = 5.5;
+    double out = 0.0;
+    for (auto _ : state) {
+        benchmark::DoNotOptimize(value);
+        MensuraBenchRuleFloorConvert(value, kFoot, &out, kMeter);
+        benchmark::DoNotOptimize(out);
+    }
+}
+BENCHMARK(BM_ConvertRuleFloor);
+
 void BM_PreparedConverter(benchmark::State& state) {
     const Mensura::Converter converter(kFoot, kMeter);
     double value = 5.5;

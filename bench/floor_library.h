@@ -6,4 +6,9 @@
 
 extern "C" int MensuraBenchFloorConvert(double value, int from, double* out, int to);
 
+// The same call doing the arithmetic that a conversion's result is defined
+// by: into the base unit by one factor, out of it by another, rounded after
+// each, so that value * a / b can never become value * (a / b).
+extern "C" int MensuraBenchRuleFloorConvert(double value, int from, double* out, int to);
+
 #endif  // MENSURA_BENCH_FLOOR_LIBRARY_H

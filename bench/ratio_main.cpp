@@ -36,6 +36,11 @@ constexpr Target kTargets[] = {
     {"BM_ConverterConvertGeneric", "BM_ConvertFloor", 1.2},
     {"BM_FlatConvert", "BM_ConvertFloor", 1.2},
     {"BM_ConverterConvertLinear", "BM_ConvertFloor", 1.2},
+    // The same against a call that multiplies into the base unit and divides
+    // out of it, as a conversion's result is defined: what is left is the
+    // cost of finding both units and checking their dimensions.
+    {"BM_ConverterConvertGeneric", "BM_ConvertRuleFloor", 1.2},
+    {"BM_FlatConvert", "BM_ConvertRuleFloor", 1.2},
     // A column against a loop that multiplies: memory speed.
     {"BM_ConvertArrayColumn", "BM_ConvertArrayColumnFloor", 1.1},
     // A text against strtod, a hash lookup per token and a small evaluator.
