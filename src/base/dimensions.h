@@ -4,6 +4,7 @@
 
 #include <array>
 #include <cstdint>
+#include <cstring>
 
 namespace Mensura {
 
@@ -12,11 +13,10 @@ namespace Mensura {
 // have all seven at zero.
 using Dimensions = std::array<std::int32_t, 7>;
 
-// Equality of all seven, written out so that the check on every conversion
-// stays a few inline compares rather than a call.
+// Equality of all seven, as one compare of their bytes, which the compiler
+// writes inline as a few wide loads: the check runs on every conversion.
 inline bool SameDimensions(const Dimensions& a, const Dimensions& b) {
-    return ((a[0] ^ b[0]) | (a[1] ^ b[1]) | (a[2] ^ b[2]) | (a[3] ^ b[3]) | (a[4] ^ b[4]) |
-            (a[5] ^ b[5]) | (a[6] ^ b[6])) == 0;
+    return std::memcmp(a.data(), b.data(), sizeof(Dimensions)) == 0;
 }
 
 inline Dimensions operator+(const Dimensions& a, const Dimensions& b) {
