@@ -31,7 +31,7 @@ bool MayStartExponent(char16_t unit) {
 // exponent only where the last unit takes one ("kg/m2"), and a key with
 // brackets stays whole.
 std::size_t CutBeforeExponent(const char16_t* key, std::size_t length,
-                              const RadixTree<const IParseSymbol*>& dictionary) {
+                              const ParseDictionary& dictionary) {
     const bool digit = IsDigit(key[length]);
     std::size_t cut = 0;
     for (std::size_t i = 0; i < length; ++i) {
@@ -147,7 +147,7 @@ ErrorCode FormatterImpl::Scan(const char16_t* text, const char16_t* cursor, Symb
             trace->tokens.push_back({static_cast<std::size_t>(cursor - text), length, symbol});
         }
     };
-    const RadixTree<const IParseSymbol*>& dictionary = UnitCatalog::Instance().Dictionary();
+    const ParseDictionary& dictionary = UnitCatalog::Instance().Dictionary();
     const bool us = localeId == kEnglish;
     // The end of a key that was cut before an exponent: up to there, keys
     // are looked up no further.

@@ -25,6 +25,10 @@ public:
     explicit Arena(std::size_t bytes)
         : block(new unsigned char[bytes]),
           memory(block.get(), bytes, std::pmr::new_delete_resource()) {}
+    // An arena in memory of its owner's, `bytes` at `room`, which outlives
+    // the arena: it takes nothing from the heap unless it outgrows the room.
+    Arena(unsigned char* room, std::size_t bytes)
+        : memory(room, bytes, std::pmr::new_delete_resource()) {}
     Arena(const Arena&) = delete;
     Arena& operator=(const Arena&) = delete;
 

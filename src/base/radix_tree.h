@@ -23,6 +23,9 @@
 // Compact builds the tree anew without them.
 // The pools take their memory from the heap, or from a memory resource of the
 // tree's owner: a structure built once can hold the tree in its own blocks.
+// The pools' layout and the lookup live apart from the tree (RadixLayout), so
+// that a RadixTreeView finds keys in pools that a build wrote out as constant
+// arrays, the same way and as fast as the tree that it wrote them from.
 #ifndef MENSURA_BASE_RADIX_TREE_H
 #define MENSURA_BASE_RADIX_TREE_H
 
@@ -38,6 +41,177 @@
 #include <vector>
 
 namespace Mensura {
+
+// The layout of a tree's pools, shared by the tree that changes and by the
+// read-only view over pools that a build laid out as constant arrays.
+namespace RadixLayout {
+
+using Index = std::uint32_t;
+enum class Form : std::uint8_t { Leaf, Run, Branch };
+
+template <typename Value>
+struct Node {
+    Value value{};
+    Index first = 0;  // run: its first unit in `units`; branch: its first edge in `edges`
+    Index count = 0;  // run: its length in units; branch: its number of edges
+    Index link = 0;   // run: the node behind it; branch: the room of its span;
+                      // released: the next free node
+    Form form = Form::Leaf;
+    std::uint16_t wide = 0;  // a branch's number in wideChildren, plus 1; 0 for none
+};
+
+struct Edge {
+    char16_t unit;
+    Index child;
+};
+
+// The root finds by table its children by the Latin units and by those
+// of the block that holds primes, letterlike symbols and arrows.
+inline constexpr unsigned kLatinUnits = 256;
+inline constexpr unsigned kSymbolsFirst = 0x2000;
+inline constexpr unsigned kSymbolUnits = 0x200;
+inline constexpr unsigned kRootSlots = kLatinUnits + kSymbolUnits;
+// A branch is wide from this many edges on.
+inline constexpr Index kWideEdges = 8;
+inline constexpr Index kWideUnits = 128;
+
+// The place of unit in the root's table, or -1 when the table has none.
+inline int RootSlot(char16_t unit) {
+    if (unit < kLatinUnits) return unit;
+    const unsigned symbol = unit - kSymbolsFirst;
+    return symbol < kSymbolUnits ? static_cast<int>(kLatinUnits + symbol) : -1;
+}
+
+// Where a tree's pools stand, and how many elements each holds (the slot at
+// index 0 of `nodes` holds no node).
+template <typename Value>
+struct Pools {
+    const Node<Value>* root;
+    const Index* rootChildren;  // kRootSlots of them
+    const Node<Value>* nodes;
+    std::size_t nodeCount;
+    const char16_t* units;
+    std::size_t unitCount;
+    const Edge* edges;
+    std::size_t edgeCount;
+    const Index* wideChildren;  // kWideUnits for each wide branch
+    std::size_t wideCount;
+};
+
+// The value of the longest key that is a prefix of text (see
+// RadixTree::FindLongest); only a bounded lookup pays for the test of its
+// limit.
+template <bool Bounded, typename Value>
+inline Value Find(const Pools<Value>& pools, const char16_t* text, std::size_t* matched,
+                  std::size_t limit) {
+    if (text == nullptr) return Value{};
+    Value best{};
+    const Node<Value>* const root = pools.root;
+    const Node<Value>* node = root;
+    std::size_t count = 0;
+    for (;;) {
+        if (node->value != Value{}) {
+            best = node->value;
+            if (matched != nullptr) *matched = count;
+        }
+        if (Bounded && count == limit) break;
+        const char16_t unit = text[count];
+        if (unit == 0) break;
+        if (node->form == Form::Branch) {
+            // The root and the wide branches find a child by table.
+            const Index* table = nullptr;
+            if (node == root) {
+                const int slot = RootSlot(unit);
+                if (slot >= 0) table = pools.rootChildren + slot;
+            } else if (node->wide != 0 && unit < kWideUnits) {
+                table = pools.wideChildren + (node->wide - 1) * std::size_t{kWideUnits} + unit;
+            }
+            if (table != nullptr) {
+                if (*table == 0) break;
+                node = pools.nodes + *table;
+                ++count;
+                continue;
+            }
+            const Edge* edge = pools.edges + node->first;
+            const Edge* end = edge + node->count;
+            if (node == root) {
+                edge = std::lower_bound(edge, end, unit,
+                                        [](const Edge& e, char16_t u) { return e.unit < u; });
+            } else {
+                // Other branches have a few dozen edges at most. Parsing looks
+                // up the same few texts again and again: a scan with predicted
+                // jumps runs ahead of its loads.
+                while (edge != end && edge->unit < unit) ++edge;
+            }
+            if (edge == end || edge->unit != unit) break;
+            node = pools.nodes + edge->child;
+            ++count;
+        } else if (node->form == Form::Run) {
+            const Index length = node->count;
+            if (Bounded && length > limit - count) break;
+            const char16_t* run = pools.units + node->first;
+            const char16_t* rest = text + count;
+            Index n = 0;
+            while (n < length && run[n] == rest[n]) ++n;
+            if (n < length) break;
+            node = pools.nodes + node->link;
+            count += length;
+        } else {
+            break;
+        }
+    }
+    return best;
+}
+
+// Every key with its value, depth first: a key before the keys it begins.
+template <typename Value>
+std::vector<std::pair<std::u16string, Value>> Keys(const Pools<Value>& pools) {
+    std::vector<std::pair<std::u16string, Value>> keys;
+    std::u16string key;
+    // Depth first, the key of the node at hand in `key`.
+    auto visit = [&](const Node<Value>& node, auto& self) -> void {
+        if (node.value != Value{}) keys.emplace_back(key, node.value);
+        if (node.form == Form::Branch) {
+            for (Index i = 0; i < node.count; ++i) {
+                const Edge& edge = pools.edges[node.first + i];
+                key.push_back(edge.unit);
+                self(pools.nodes[edge.child], self);
+                key.pop_back();
+            }
+        } else if (node.form == Form::Run) {
+            const std::size_t length = key.size();
+            key.append(pools.units + node.first, node.count);
+            self(pools.nodes[node.link], self);
+            key.resize(length);
+        }
+    };
+    visit(*pools.root, visit);
+    return keys;
+}
+
+}  // namespace RadixLayout
+
+// A tree that never changes, over pools that stand elsewhere for as long as
+// the view is used: most often constant arrays that a build wrote out from
+// a RadixTree (RadixTree::Layout), so that a lookup finds what it would in
+// that tree.
+template <typename Value>
+class RadixTreeView {
+public:
+    constexpr explicit RadixTreeView(const RadixLayout::Pools<Value>& layout) : pools(layout) {}
+
+    Value FindLongest(const char16_t* text, std::size_t* matched) const {
+        return RadixLayout::Find<false>(pools, text, matched, 0);
+    }
+    Value FindLongest(const char16_t* text, std::size_t* matched, std::size_t limit) const {
+        return RadixLayout::Find<true>(pools, text, matched, limit);
+    }
+    std::vector<std::pair<std::u16string, Value>> Keys() const { return RadixLayout::Keys(pools); }
+    const RadixLayout::Pools<Value>& Layout() const { return pools; }
+
+private:
+    RadixLayout::Pools<Value> pools;
+};
 
 // Keys are null-terminated 16-bit texts, compared unit by unit with no case
 // folding; the empty text is a key like any other and lives on the root.
@@ -98,7 +272,9 @@ public:
     int Erase(const char16_t* text);
 
     // Every key with its value, depth first: a key before the keys it begins.
-    std::vector<std::pair<std::u16string, Value>> Keys() const;
+    std::vector<std::pair<std::u16string, Value>> Keys() const {
+        return RadixLayout::Keys(Layout());
+    }
     // Builds the tree anew from its keys, so that its pools hold no room that
     // erasing left unused. On an allocation failure the tree stays as it was.
     void Compact();
@@ -124,28 +300,32 @@ public:
     // found. Allocates nothing. A key longer than `limit` units is not
     // looked at, as if the text ended there.
     Value FindLongest(const char16_t* text, std::size_t* matched) const {
-        return Find<false>(text, matched, 0);
+        return RadixLayout::Find<false>(Layout(), text, matched, 0);
     }
     Value FindLongest(const char16_t* text, std::size_t* matched, std::size_t limit) const {
-        return Find<true>(text, matched, limit);
+        return RadixLayout::Find<true>(Layout(), text, matched, limit);
+    }
+
+    // Where the pools stand as they are: what a build writes out as constant
+    // arrays for a RadixTreeView. Good until the tree changes.
+    RadixLayout::Pools<Value> Layout() const {
+        return {&root,
+                rootChildren.data(),
+                nodes.data(),
+                nodes.size(),
+                units.data(),
+                units.size(),
+                edges.data(),
+                edges.size(),
+                wideChildren.data(),
+                wideChildren.size()};
     }
 
 private:
-    using Index = std::uint32_t;
-    enum class Form : std::uint8_t { Leaf, Run, Branch };
-    struct Node {
-        Value value{};
-        Index first = 0;  // run: its first unit in `units`; branch: its first edge in `edges`
-        Index count = 0;  // run: its length in units; branch: its number of edges
-        Index link = 0;   // run: the node behind it; branch: the room of its span;
-                          // released: the next free node
-        Form form = Form::Leaf;
-        std::uint16_t wide = 0;  // a branch's number in wideChildren, plus 1; 0 for none
-    };
-    struct Edge {
-        char16_t unit;
-        Index child;
-    };
+    using Index = RadixLayout::Index;
+    using Form = RadixLayout::Form;
+    using Node = RadixLayout::Node<Value>;
+    using Edge = RadixLayout::Edge;
     static bool UnitBelow(const Edge& edge, char16_t unit) { return edge.unit < unit; }
 
     int Bind(const char16_t* text, Value value, bool replace, Value* holder);
@@ -155,12 +335,7 @@ private:
     void Release(Index at);
     // Adds to branch an edge by unit, which it does not have yet.
     void AddEdge(Node& branch, char16_t unit, Index child);
-    // The place of unit in the root's table, or -1 when the table has none.
-    static int RootSlot(char16_t unit) {
-        if (unit < kLatinUnits) return unit;
-        const unsigned symbol = unit - kSymbolsFirst;
-        return symbol < kSymbolUnits ? static_cast<int>(kLatinUnits + symbol) : -1;
-    }
+    static int RootSlot(char16_t unit) { return RadixLayout::RootSlot(unit); }
     // Keeps the root's table in step with an edge of the root.
     void NoteRootEdge(const Node& branch, char16_t unit, Index child) {
         if (&branch != &root) return;
@@ -208,19 +383,12 @@ private:
         }
     }
 
-    // The root finds by table its children by the Latin units and by those
-    // of the block that holds primes, letterlike symbols and arrows.
-    static constexpr unsigned kLatinUnits = 256;
-    static constexpr unsigned kSymbolsFirst = 0x2000;
-    static constexpr unsigned kSymbolUnits = 0x200;
-    // A branch is wide from this many edges on.
-    static constexpr Index kWideEdges = 8;
-    static constexpr Index kWideUnits = 128;
+    static constexpr unsigned kLatinUnits = RadixLayout::kLatinUnits;
+    static constexpr unsigned kSymbolUnits = RadixLayout::kSymbolUnits;
+    static constexpr Index kWideEdges = RadixLayout::kWideEdges;
+    static constexpr Index kWideUnits = RadixLayout::kWideUnits;
 
     void DropWideIndex();
-    // FindLongest; only a bounded lookup pays for the test of its limit.
-    template <bool Bounded>
-    Value Find(const char16_t* text, std::size_t* matched, std::size_t limit) const;
 
     // The pools' allocator: the heap when it has no resource. It moves with
     // its pool, so that a move of a tree never copies a pool.
@@ -454,31 +622,6 @@ bool RadixTree<Value>::Unbind(Node& node, const char16_t* rest, bool& erased) {
 }
 
 template <typename Value>
-std::vector<std::pair<std::u16string, Value>> RadixTree<Value>::Keys() const {
-    std::vector<std::pair<std::u16string, Value>> keys;
-    std::u16string key;
-    // Depth first, the key of the node at hand in `key`.
-    auto visit = [&](const Node& node, auto& self) -> void {
-        if (node.value != Value{}) keys.emplace_back(key, node.value);
-        if (node.form == Form::Branch) {
-            for (Index i = 0; i < node.count; ++i) {
-                const Edge& edge = edges[node.first + i];
-                key.push_back(edge.unit);
-                self(At(edge.child), self);
-                key.pop_back();
-            }
-        } else if (node.form == Form::Run) {
-            const std::size_t length = key.size();
-            key.append(units.data() + node.first, node.count);
-            self(At(node.link), self);
-            key.resize(length);
-        }
-    };
-    visit(root, visit);
-    return keys;
-}
-
-template <typename Value>
 void RadixTree<Value>::Compact() {
     RadixTree fresh(nodes.get_allocator().memory);
     for (const auto& [text, value] : Keys()) fresh.InsertOrAssign(text.c_str(), value);
@@ -530,62 +673,6 @@ void RadixTree<Value>::DropWideIndex() {
     if (wideChildren.empty()) return;
     for (const Index at : wideBranches) At(at).wide = 0;
     wideChildren.clear();
-}
-
-template <typename Value>
-template <bool Bounded>
-Value RadixTree<Value>::Find(const char16_t* text, std::size_t* matched, std::size_t limit) const {
-    if (text == nullptr) return Value{};
-    Value best{};
-    const Node* node = &root;
-    std::size_t count = 0;
-    for (;;) {
-        if (node->value != Value{}) {
-            best = node->value;
-            if (matched != nullptr) *matched = count;
-        }
-        if (Bounded && count == limit) break;
-        const char16_t unit = text[count];
-        if (unit == 0) break;
-        if (node->form == Form::Branch) {
-            // The root and the wide branches find a child by table.
-            const Index* table = nullptr;
-            if (node == &root) {
-                const int slot = RootSlot(unit);
-                if (slot >= 0) table = rootChildren.data() + slot;
-            } else if (node->wide != 0 && unit < kWideUnits) {
-                table = wideChildren.data() + (node->wide - 1) * std::size_t{kWideUnits} + unit;
-            }
-            if (table != nullptr) {
-                if (*table == 0) break;
-                node = &At(*table);
-                ++count;
-                continue;
-            }
-            const Edge* edge = edges.data() + node->first;
-            const Edge* end = edge + node->count;
-            if (node == &root) {
-                edge = std::lower_bound(edge, end, unit, UnitBelow);
-            } else {
-                // Other branches have a few dozen edges at most. Parsing looks
-                // up the same few texts again and again: a scan with predicted
-                // jumps runs ahead of its loads.
-                while (edge != end && edge->unit < unit) ++edge;
-            }
-            if (edge == end || edge->unit != unit) break;
-            node = &At(edge->child);
-            ++count;
-        } else if (node->form == Form::Run) {
-            const Index length = node->count;
-            if (Bounded && length > limit - count) break;
-            if (CommonLength(units.data() + node->first, length, text + count) < length) break;
-            node = &At(node->link);
-            count += length;
-        } else {
-            break;
-        }
-    }
-    return best;
 }
 
 }  // namespace Mensura

@@ -1,13 +1,17 @@
-// Fills the symbol trees, the group names and the parse dictionary at load,
-// from the vocabulary lists of both languages. The kind column of a list
-// names the notation that makes each place's object; nothing here tests ids.
+// Makes the symbols of both languages, the group names and the operators at
+// load, from the vocabulary lists, and hands the parse dictionary that the
+// build laid out from the same lists the readers it names. The kind column
+// of a list names the notation that makes each place's object; nothing here
+// tests ids.
 #include <algorithm>
 #include <array>
+#include <cstdint>
 #include <cstdlib>
 #include <iterator>
 #include <memory>
 #include <string_view>
 
+#include "catalogue/dictionary_keys.h"
 #include "catalogue/unit_catalog.h"
 #include "catalogue/vocabulary.h"
 #include "grammar/operators.h"
@@ -15,9 +19,18 @@
 #include "notations/feet_inches.h"
 #include "notations/format_symbol.h"
 
+// The pools of the dictionary, written by mensura_generate_dictionary.
+#include "catalogue/dictionary_layout.inc"
+
 namespace Mensura {
 
 using namespace Vocabulary;
+using namespace DictionaryKeys;
+
+// The layout was written from the very keys, readers and order that these
+// lists give now.
+static_assert(DictionaryLayout::kDigest == Digest() && DictionaryLayout::kReaders == kReaders,
+              "the laid-out dictionary is out of step with the vocabularies");
 
 namespace {
 
@@ -34,42 +47,6 @@ constexpr bool InPlaceOrder(const TypeLine<Entry> (&lines)[N]) {
 }
 static_assert(InPlaceOrder(kEnglishTypes), "english.inc: groups and types out of order");
 static_assert(InPlaceOrder(kChineseTypes), "chinese.inc: groups and types out of order");
-
-template <typename Entry>
-struct LineRun {
-    const TypeLine<Entry>* first;
-    const TypeLine<Entry>* last;
-    const TypeLine<Entry>* begin() const { return first; }
-    const TypeLine<Entry>* end() const { return last; }
-};
-
-constexpr int kGroupCount = static_cast<int>(std::size(kRegistrationOrder));
-
-// Where each group's lines begin in a list, by group number: the lines of a
-// group g stand from starts[g] up to starts[g + 1].
-using GroupStarts = std::array<std::size_t, kGroupCount + 2>;
-
-template <typename Entry, std::size_t N>
-constexpr GroupStarts StartsOf(const TypeLine<Entry> (&lines)[N]) {
-    GroupStarts starts{};
-    std::size_t at = 0;
-    for (std::size_t group = 0; group < starts.size(); ++group) {
-        while (at < N && lines[at].group < static_cast<int>(group)) ++at;
-        starts[group] = at;
-    }
-    return starts;
-}
-constexpr GroupStarts kEnglishStarts = StartsOf(kEnglishTypes);
-constexpr GroupStarts kChineseStarts = StartsOf(kChineseTypes);
-static_assert(kEnglishStarts.back() == std::size(kEnglishTypes) && kEnglishStarts[1] == 0,
-              "english.inc: a group number out of range");
-static_assert(kChineseStarts.back() == std::size(kChineseTypes) && kChineseStarts[1] == 0,
-              "chinese.inc: a group number out of range");
-
-template <typename Entry, std::size_t N>
-LineRun<Entry> LinesOf(const TypeLine<Entry> (&lines)[N], const GroupStarts& starts, int group) {
-    return {lines + starts[group], lines + starts[group + 1]};
-}
 
 // The most symbols that a type has.
 constexpr std::size_t MostSymbols() {
@@ -125,6 +102,20 @@ constexpr const char16_t* kUnitlessNames[] = {u"unitless", u"无量纲"};
 
 }  // namespace
 
+// The operators, in the order of their keys in kOperatorKeys.
+template <typename... Operators>
+struct OperatorList {
+    static constexpr std::size_t kCount = sizeof...(Operators);
+    static constexpr std::size_t kBytes = (Arena::Rounded(sizeof(Operators)) + ...);
+};
+using OperatorClasses =
+    OperatorList<DivisionSymbol, SpaceSymbol, MultiplicationSymbol, SquareSymbol, CubicSymbol,
+                 LeftParenthesisSymbol, RightParenthesisSymbol, PrimeSymbol, DoublePrimeSymbol,
+                 DashSymbol, CaretSymbol, DegreeSymbol, NorthSymbol, EastSymbol, SouthSymbol,
+                 WestSymbol, DSymbol>;
+static_assert(OperatorClasses::kCount == kOperators && kOperators == UnitCatalog::kOperators,
+              "an operator without its keys, or keys without their operator");
+
 class VocabularyBuilder {
 public:
     explicit VocabularyBuilder(UnitCatalog& c) : catalog(c), units(c.table) {}
@@ -132,42 +123,36 @@ public:
     // The most bytes that Run takes from the catalogue's memory.
     static constexpr std::size_t Bytes() {
         std::size_t objects = 0;
-        std::size_t places = 0;
         for (const auto& line : kEnglishTypes) {
             for (std::size_t i = 0; i < line.count; ++i) {
                 objects += Arena::Rounded(SizeOf(line.entries[i].kind.notation));
             }
-            places += line.count;
         }
         constexpr std::size_t kLanguages = UnitCatalog::kLanguages;
-        return kLanguages * (objects + Arena::Rounded(places * sizeof(UnitCatalog::SymbolSlot)) +
+        return kLanguages * (objects + Arena::Rounded(kPlaces * sizeof(UnitCatalog::SymbolSlot)) +
                              Arena::Rounded(kGroupCount * sizeof(const char16_t*))) +
                Arena::Rounded((std::size(kEnglishTypes) + 1) * sizeof(std::uint32_t)) +
-               // The dictionary makes four allocations, each aligned.
-               RadixTree<const IParseSymbol*>::ReserveBytes(kNodes, kUnits, kEdges) +
-               4 * alignof(std::max_align_t);
+               OperatorClasses::kBytes + Arena::Rounded(kReaders * sizeof(const IParseSymbol*));
     }
 
     void Run() {
         for (auto& names : catalog.groupNames) names.clear();
+        readers = static_cast<const IParseSymbol**>(catalog.arena.Resource()->allocate(
+            kReaders * sizeof(const IParseSymbol*), alignof(const IParseSymbol*)));
+        std::fill_n(readers, kReaders, nullptr);
         LayOutSymbols();
-        catalog.dictionary.Reserve(kNodes, kUnits, kEdges);
-        RegisterOperators();
-        RegisterEnglish();
-        RegisterChinese();
-        catalog.dictionary.IndexWideBranches();
+        MakeOperators(OperatorClasses{});
+        StartLanguage(0, kEnglishGroups);
+        StartLanguage(1, kChineseGroups);
+        MakeSymbols();
+        catalog.dictionary = ParseDictionary(DictionaryLayout::kPools, readers);
     }
 
 private:
-    // Both vocabularies and the operators make about 7,850 nodes, 11,750
-    // units of run text and 8,450 edges: the dictionary makes room for them
-    // at once.
-    static constexpr std::size_t kNodes = 8000;
-    static constexpr std::size_t kUnits = 12000;
-    static constexpr std::size_t kEdges = 8600;
-
     // Every type has as many places as its English line has symbols, in both
-    // languages; the slots of all of them are made at once.
+    // languages; the slots of all of them are made at once. The places stand
+    // in the order of the English lines, which is the order of the table's
+    // types.
     void LayOutSymbols() {
         auto& first = catalog.firstSymbol;
         first.assign(units.TypeCount() + 1, 0);
@@ -179,66 +164,19 @@ private:
             first[place + 1] = static_cast<std::uint32_t>(line.count);
         }
         for (std::size_t place = 1; place < first.size(); ++place) first[place] += first[place - 1];
+        if (first.back() != kPlaces) std::abort();
         for (auto& language : catalog.symbols) {
             language.clear();
             language.resize(first.back());
         }
     }
 
-    void RegisterEnglish() {
-        StartLanguage(0, kEnglishGroups);
-        for (int group : kRegistrationOrder) {
-            for (const auto& line : LinesOf(kEnglishTypes, kEnglishStarts, group))
-                AddType(0, line, nullptr);
-        }
-    }
-
-    // Chinese is English where its list says nothing.
-    void RegisterChinese() {
-        StartLanguage(1, kChineseGroups);
-        for (int group : kRegistrationOrder) {
-            // Both lists hold a group's types in ascending order.
-            const auto own = LinesOf(kChineseTypes, kChineseStarts, group);
-            const TypeLine<ChineseEntry>* next = own.begin();
-            for (const auto& line : LinesOf(kEnglishTypes, kEnglishStarts, group)) {
-                while (next != own.end() && next->type < line.type) ++next;
-                const bool listed = next != own.end() && next->type == line.type;
-                AddType(1, line, listed ? next : nullptr);
-            }
-        }
-    }
-
-    // The operators come first, so that they win every collision of keys.
-    // The marks of the compound notations are operators too.
-    void RegisterOperators() {
-        catalog.operators.clear();
-        AddOperator<DivisionSymbol>({u"/"});
-        AddOperator<SpaceSymbol>({u" "});
-        AddOperator<MultiplicationSymbol>({u"·"});
-        AddOperator<SquareSymbol>({u"²"});
-        AddOperator<CubicSymbol>({u"³"});
-        AddOperator<LeftParenthesisSymbol>({u"(", u"（"});
-        AddOperator<RightParenthesisSymbol>({u")", u"）"});
-        AddOperator<PrimeSymbol>(
-            {u"\u2032", u"\u0027", u"\u02B9", u"\u2019", u"\u02BC", u"\u2018"});
-        AddOperator<DoublePrimeSymbol>({u"\u2033", u"\u0022", u"\u02BA", u"\u201D", u"\u201C"});
-        AddOperator<DashSymbol>(
-            {u"\u2010", u"\u2012", u"\u2013", u"\u2014", u"\u2015", u"\u002D", u"\u2043"});
-        AddOperator<CaretSymbol>({u"^"});
-        AddOperator<DegreeSymbol>({u"°"});
-        AddOperator<NorthSymbol>({u"N"});
-        AddOperator<EastSymbol>({u"E"});
-        AddOperator<SouthSymbol>({u"S"});
-        AddOperator<WestSymbol>({u"W"});
-        AddOperator<DSymbol>({u"d"});
-    }
-
-    template <typename Operator>
-    void AddOperator(std::initializer_list<const char16_t*> keys) {
-        catalog.operators.push_back(std::make_unique<Operator>());
-        for (const char16_t* key : keys) {
-            catalog.dictionary.Insert(key, catalog.operators.back().get());
-        }
+    template <typename... Operators>
+    void MakeOperators(OperatorList<Operators...>) {
+        std::size_t at = 0;
+        ((catalog.operators[at] = UnitCatalog::OperatorSlot(catalog.arena.New<Operators>()),
+          readers[1 + at] = catalog.operators[at].get(), ++at),
+         ...);
     }
 
     void StartLanguage(int language, const GroupLine (&names)[kGroupCount]) {
@@ -247,8 +185,24 @@ private:
             catalog.groupNames[language][name.group - 1] = name.name;
     }
 
+    // Both languages, line by line. Chinese is English where its list says
+    // nothing; both lists hold their types in ascending order.
+    void MakeSymbols() {
+        const TypeLine<ChineseEntry>* own = std::begin(kChineseTypes);
+        for (std::size_t at = 0; at < kEnglishLines; ++at) {
+            const TypeLine<EnglishEntry>& line = kEnglishTypes[at];
+            AddType(0, at, nullptr);
+            while (own != std::end(kChineseTypes) &&
+                   (own->group < line.group || (own->group == line.group && own->type < line.type)))
+                ++own;
+            const bool listed = own != std::end(kChineseTypes) && own->group == line.group &&
+                                own->type == line.type;
+            AddType(1, at, listed ? own : nullptr);
+        }
+    }
+
     // The object of one place, made by the notation that its kind names; its
-    // reading face, when it has keys of its own, goes to *reader.
+    // reading face, when it has one, goes to *reader.
     ISymbol* Make(const SymbolKind& kind, std::u16string_view text, int id, std::uint32_t flags,
                   int language, const IParseSymbol*& reader) {
         const int unit = id & static_cast<int>(UnitId::UnitMask);
@@ -279,47 +233,32 @@ private:
         std::abort();
     }
 
-    // Makes the symbols of the type of an English line in a language and asks
-    // the dictionary for their keys. A place that the Chinese line `own`
-    // lists has its text and keys from there; it keeps its kind and marks.
-    void AddType(int language, const TypeLine<EnglishEntry>& line,
-                 const TypeLine<ChineseEntry>* own) {
-        const ChineseEntry* replaced[kMostSymbols] = {};
+    // Makes the symbols of the type of the English line at `at` in a
+    // language, and notes their readers by number. A place that the Chinese
+    // line `own` lists has its text from there; it keeps its kind and marks.
+    void AddType(int language, std::size_t at, const TypeLine<ChineseEntry>* own) {
+        const TypeLine<EnglishEntry>& line = kEnglishTypes[at];
+        std::u16string_view texts[kMostSymbols];
+        for (std::size_t i = 0; i < line.count; ++i) texts[i] = line.entries[i].text;
         if (own != nullptr) {
             for (std::size_t i = 0; i < own->count; ++i)
-                replaced[own->entries[i].symbol - 1] = &own->entries[i];
+                texts[own->entries[i].symbol - 1] = own->entries[i].text;
         }
-        const int unit = UnitId::Make(line.group, line.type);
-        std::size_t place = 0;
-        units.TypePlace(unit, place);
-        UnitCatalog::SymbolSlot* slots =
-            catalog.symbols[language].data() + catalog.firstSymbol[place];
+        const std::size_t first = kFirstPlace[at];
+        UnitCatalog::SymbolSlot* slots = catalog.symbols[language].data() + first;
         for (std::size_t i = 0; i < line.count; ++i) {
             const EnglishEntry& english = line.entries[i];
-            const std::u16string_view text =
-                replaced[i] != nullptr ? replaced[i]->text : english.text;
-            const auto& keys = replaced[i] != nullptr ? replaced[i]->keys : english.keys;
             const int id = UnitId::Make(line.group, line.type, static_cast<int>(i + 1));
             const IParseSymbol* reader = nullptr;
-            slots[i].reset(Make(english.kind, text, id, english.marks & NoSpace, language, reader));
-            if (reader == nullptr || (english.marks & NoKey)) continue;
-            if (language == 1 && replaced[i] == nullptr) {
-                // A Chinese place that takes the English entry asks for the
-                // very keys that English asked for. Every one of them has had
-                // a holder since then, and during the load a key only ever
-                // gains one, never changes it: the dictionary would answer as
-                // it did to English, so it is not asked again.
-                continue;
-            }
-            // The text first, then the further keys in their order. A text
-            // ends where its literal does. The first holder of a key keeps it.
-            catalog.dictionary.Insert(text.data(), reader);
-            for (const char16_t* key : keys) catalog.dictionary.Insert(key, reader);
+            slots[i].reset(
+                Make(english.kind, texts[i], id, english.marks & NoSpace, language, reader));
+            readers[ReaderOf(language, first + i)] = reader;
         }
     }
 
     UnitCatalog& catalog;
     const UnitTable& units;
+    const IParseSymbol** readers = nullptr;  // by number, in the catalogue's arena
 };
 
 std::size_t VocabularyBytes() {

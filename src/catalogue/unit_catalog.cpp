@@ -18,16 +18,37 @@ UnitCatalog::UnitCatalog(const UnitTable& units)
               std::pmr::vector<SymbolSlot>(arena.Resource())},
       groupNames{std::pmr::vector<const char16_t*>(arena.Resource()),
                  std::pmr::vector<const char16_t*>(arena.Resource())},
-      dictionary(arena.Resource()) {
+      dictionary() {
     RegisterVocabulary(*this);
 }
 
 UnitCatalog::~UnitCatalog() {
-    // The symbols go language by language, then the operators; the
-    // dictionary only points at them. The memory of all of them goes with
-    // the arena, last.
+    // The dictionary only points at the symbols; they go language by
+    // language, then the operators. The memory of all of them goes with the
+    // arena, last.
+    dictionary = ParseDictionary();
     for (auto& language : symbols) language.clear();
-    operators.clear();
+    for (auto& symbol : operators) symbol.reset();
+}
+
+namespace {
+
+// The pools of a tree without a key: a root that is a leaf without a value.
+constexpr RadixLayout::Node<std::uint16_t> kNoKeyRoot{};
+constexpr RadixLayout::Pools<std::uint16_t> kNoKeys{&kNoKeyRoot, nullptr, nullptr, 0,       nullptr,
+                                                    0,           nullptr, 0,       nullptr, 0};
+const IParseSymbol* const kNoReaders[1] = {nullptr};
+
+}  // namespace
+
+ParseDictionary::ParseDictionary() : tree(kNoKeys), readers(kNoReaders) {}
+
+std::vector<std::pair<std::u16string, const IParseSymbol*>> ParseDictionary::Keys() const {
+    std::vector<std::pair<std::u16string, const IParseSymbol*>> keys;
+    const auto numbered = tree.Keys();
+    keys.reserve(numbered.size());
+    for (const auto& [key, reader] : numbered) keys.emplace_back(key, readers[reader]);
+    return keys;
 }
 
 const ISymbol* UnitCatalog::FindSymbol(int id, int language) const {

@@ -10,6 +10,8 @@
 #include <cstdint>
 #include <memory>
 #include <memory_resource>
+#include <string>
+#include <utility>
 #include <vector>
 
 #include "base/arena.h"
@@ -21,6 +23,36 @@ namespace Mensura {
 
 class ISymbol;
 class IParseSymbol;
+
+// Every key of every language and every operator, to the symbol that reads
+// it. The build lays the tree out with a number for each reader as its
+// values (catalogue/dictionary_keys.h); the load makes the readers and hands
+// their table, by number, to the dictionary.
+class ParseDictionary {
+public:
+    // A dictionary without a key.
+    ParseDictionary();
+    // readers[0] is null; readers[n] the reader of number n, for every
+    // number that the pools hold.
+    ParseDictionary(const RadixLayout::Pools<std::uint16_t>& pools,
+                    const IParseSymbol* const* readers)
+        : tree(pools), readers(readers) {}
+
+    // The symbol of the longest key that begins text, as RadixTree::FindLongest.
+    const IParseSymbol* FindLongest(const char16_t* text, std::size_t* matched) const {
+        return readers[tree.FindLongest(text, matched)];
+    }
+    const IParseSymbol* FindLongest(const char16_t* text, std::size_t* matched,
+                                    std::size_t limit) const {
+        return readers[tree.FindLongest(text, matched, limit)];
+    }
+    // Every key with its symbol, depth first: a key before the keys it begins.
+    std::vector<std::pair<std::u16string, const IParseSymbol*>> Keys() const;
+
+private:
+    RadixTreeView<std::uint16_t> tree;
+    const IParseSymbol* const* readers;
+};
 
 class UnitCatalog {
 public:
@@ -56,17 +88,21 @@ public:
     ErrorCode CopyDisplayName(int id, char16_t* buffer, std::size_t size, int language) const;
 
     // Every key of every language and every operator, to the symbol that reads it.
-    const RadixTree<const IParseSymbol*>& Dictionary() const { return dictionary; }
+    const ParseDictionary& Dictionary() const { return dictionary; }
+
+    // The marks and signs that read as operators.
+    static constexpr std::size_t kOperators = 17;
 
 private:
     friend class VocabularyBuilder;
     static UnitCatalog s_instance;
 
     const UnitTable& table;
-    // Everything that the catalogue keeps, its symbols, arrays and
-    // dictionary, lives in its arena.
+    // Everything that the catalogue makes, its symbols, operators and
+    // arrays, lives in its arena: the load's one block of the heap.
     Arena arena;
     using SymbolSlot = std::unique_ptr<ISymbol, DestroyInPlace>;
+    using OperatorSlot = std::unique_ptr<IParseSymbol, DestroyInPlace>;
 
     // The symbols of each language in one array, type after type in the order
     // of the table's places; the symbols of the type at place p stand from
@@ -75,8 +111,8 @@ private:
     std::pmr::vector<std::uint32_t> firstSymbol;
     std::array<std::pmr::vector<SymbolSlot>, kLanguages> symbols;
     std::array<std::pmr::vector<const char16_t*>, kLanguages> groupNames;
-    std::vector<std::unique_ptr<IParseSymbol>> operators;
-    RadixTree<const IParseSymbol*> dictionary;
+    std::array<OperatorSlot, kOperators> operators;
+    ParseDictionary dictionary;
 };
 
 }  // namespace Mensura

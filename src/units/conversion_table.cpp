@@ -4,7 +4,6 @@
 #include <cstddef>
 #include <cstdlib>
 #include <memory>
-#include <vector>
 
 #include "units/unit_table.h"
 
@@ -82,11 +81,13 @@ struct UnitLine {
 // The converters it makes go into the table's arena.
 class ConversionTableBuilder::Resolver {
 public:
-    Resolver(UnitTable& table, const std::size_t* first) : table(table), first(first) {}
+    // lines and building have room for the types of the largest group.
+    Resolver(UnitTable& table, const std::size_t* first, const UnitLine** lines, bool* building)
+        : table(table), first(first), lines(lines), building(building) {}
 
     void StartGroup(int group, int types) {
-        lines.assign(types, nullptr);
-        building.assign(types, false);
+        std::fill_n(lines, types, nullptr);
+        std::fill_n(building, types, false);
         current = group;
     }
 
@@ -122,9 +123,10 @@ public:
 private:
     UnitTable& table;
     const std::size_t* first;  // by group number less one: the group's first type
-    // The lines of the current group, by type number less one.
-    std::vector<const UnitLine*> lines;
-    mutable std::vector<bool> building;
+    // The lines of the current group, by type number less one, and which
+    // of them are being built.
+    const UnitLine** lines;
+    bool* building;
     int current = 0;
 };
 
@@ -170,6 +172,14 @@ static_assert(GroupsNumberedInFull(), "conversion_table.inc: group numbers with 
 
 }  // namespace
 
+// The most types that a group has.
+constexpr std::size_t MostTypes() {
+    std::size_t most = 0;
+    for (const GroupLine& group : kGroups)
+        most = std::max(most, static_cast<std::size_t>(group.types));
+    return most;
+}
+
 constexpr std::size_t ConversionTableBuilder::Bytes() {
     std::size_t types = 0;
     for (const GroupLine& group : kGroups) types += static_cast<std::size_t>(group.types);
@@ -179,6 +189,9 @@ constexpr std::size_t ConversionTableBuilder::Bytes() {
 }
 
 void ConversionTableBuilder::Fill(UnitTable& table) {
+    static_assert(Bytes() <= UnitTable::kRoomBytes, "the table's room is too small");
+    static_assert(std::size(kUnits) == ConversionTableSize::kTypes,
+                  "conversion_table.inc: a type without its line, or a line too many");
     constexpr std::size_t kGroupCount = std::size(kGroups);
     // Where each group's types start in the one array of converters, by
     // group number: the table builds the groups in another order.
@@ -194,7 +207,9 @@ void ConversionTableBuilder::Fill(UnitTable& table) {
             table.converters.data() + first[group],
             static_cast<std::uint32_t>(first[group + 1] - first[group])};
     }
-    Resolver resolve(table, first);
+    const UnitLine* lines[MostTypes()];
+    bool building[MostTypes()];
+    Resolver resolve(table, first, lines, building);
     const UnitLine* line = kUnits;
     const UnitLine* const end = kUnits + std::size(kUnits);
     for (const GroupLine& group : kGroups) {
@@ -206,11 +221,6 @@ void ConversionTableBuilder::Fill(UnitTable& table) {
         for (const UnitLine* unit = firstLine; unit != line; ++unit)
             resolve(unit->group, unit->type);
     }
-}
-
-std::size_t ConversionTableBytes() {
-    constexpr std::size_t kBytes = ConversionTableBuilder::Bytes();
-    return kBytes;
 }
 
 void FillConversionTable(UnitTable& table) {

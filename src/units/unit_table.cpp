@@ -4,11 +4,9 @@
 
 namespace Mensura {
 
-// The most bytes that the conversion table takes from the table's memory.
-std::size_t ConversionTableBytes();
 void FillConversionTable(UnitTable& table);
 
-UnitTable::UnitTable() : arena(ConversionTableBytes()), converters(arena.Resource()) {
+UnitTable::UnitTable() : arena(room, kRoomBytes), converters(arena.Resource()) {
     FillConversionTable(*this);
 }
 

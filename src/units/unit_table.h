@@ -6,6 +6,7 @@
 #ifndef MENSURA_UNITS_UNIT_TABLE_H
 #define MENSURA_UNITS_UNIT_TABLE_H
 
+#include <algorithm>
 #include <array>
 #include <cstddef>
 #include <cstdint>
@@ -20,6 +21,19 @@
 #include "units/unit_converter.h"
 
 namespace Mensura {
+
+namespace ConversionTableSize {
+// The number of unit types that conversion_table.inc lists.
+inline constexpr std::size_t kTypes = 0
+#define GROUP(group, types, ...) +(types)
+#define UNIT(...)
+#define EQ(factor)
+#include "units/conversion_table.inc"
+#undef GROUP
+#undef UNIT
+#undef EQ
+    ;
+}  // namespace ConversionTableSize
 
 class UnitTable {
 public:
@@ -74,8 +88,17 @@ private:
     friend class ConversionTableBuilder;
     static UnitTable s_instance;
 
-    Arena arena;
     using ConverterSlot = std::unique_ptr<UnitConverter, DestroyInPlace>;
+    // The table keeps its converters and their slots in its own room, so
+    // that building it takes nothing from the heap: each converter, of
+    // either class, and the slots take a whole number of the largest
+    // alignment (Arena::Rounded).
+    static constexpr std::size_t kRoomBytes =
+        Arena::Rounded(ConversionTableSize::kTypes * sizeof(ConverterSlot)) +
+        ConversionTableSize::kTypes *
+            Arena::Rounded(std::max(sizeof(GenericConverter), sizeof(LinearConverter)));
+    alignas(std::max_align_t) unsigned char room[kRoomBytes];
+    Arena arena;
 
     // Every value of the group field, 0 and those past the last group included,
     // finds an entry here, so that a conversion looks a unit up with one
