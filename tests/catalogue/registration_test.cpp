@@ -5,9 +5,13 @@
 #include "base/ids.h"
 
 #include <map>
+#include <set>
 #include <string>
 
+#include "base/radix_tree.h"
+#include "catalogue/dictionary_keys.h"
 #include "catalogue/unit_catalog.h"
+#include "catalogue/vocabulary.h"
 #include "notations/format_symbol.h"
 
 namespace Mensura {
@@ -167,6 +171,74 @@ TEST(Dictionary, TheFirstHolderKeepsAContestedKey) {
     };
     for (const auto& row : rows) {
         EXPECT_EQ(Lookup(row.key), Reader(row.holder, row.language)) << std::hex << row.holder;
+    }
+}
+
+// The build lays the dictionary out; here it is built anew the way the load
+// once built it, key by key from the vocabularies in their order of
+// registration, with the symbols that the load made. Both must hold the same
+// keys, each at the same symbol, and a lookup of each must find it whole.
+TEST(Dictionary, TheLaidOutTreeHoldsWhatInsertingTheVocabulariesGives) {
+    using namespace Vocabulary;
+    RadixTree<const IParseSymbol*> tree;
+    // The operators come first. Their objects have no id: each is the one
+    // that the catalogue's dictionary finds for its first key, one a class.
+    std::set<const IParseSymbol*> operators;
+    for (const auto& keys : DictionaryKeys::kOperatorKeys) {
+        const IParseSymbol* holder = Lookup(*keys.begin());
+        ASSERT_NE(holder, nullptr);
+        EXPECT_EQ(UnitOfKey(holder), 0);
+        operators.insert(holder);
+        for (const char16_t* key : keys) tree.Insert(key, holder);
+    }
+    EXPECT_EQ(operators.size(), std::size(DictionaryKeys::kOperatorKeys));
+    const auto reads = [](const SymbolKind& kind, unsigned marks) {
+        return (kind.notation == Notation::Plain || kind.notation == Notation::TemperatureScale) &&
+               (marks & NoKey) == 0;
+    };
+    for (const int group : kRegistrationOrder) {
+        for (const auto& line : kEnglishTypes) {
+            if (line.group != group) continue;
+            for (std::size_t i = 0; i < line.count; ++i) {
+                const EnglishEntry& entry = line.entries[i];
+                if (!reads(entry.kind, entry.marks)) continue;
+                const IParseSymbol* reader =
+                    Reader(Id(line.group, line.type, static_cast<int>(i + 1)));
+                tree.Insert(entry.text.data(), reader);
+                for (const char16_t* key : entry.keys) tree.Insert(key, reader);
+            }
+        }
+    }
+    // Chinese asks only for the places that its list gives texts of their own.
+    for (const int group : kRegistrationOrder) {
+        for (const auto& line : kChineseTypes) {
+            if (line.group != group) continue;
+            const TypeLine<EnglishEntry>* english = nullptr;
+            for (const auto& candidate : kEnglishTypes) {
+                if (candidate.group == line.group && candidate.type == line.type)
+                    english = &candidate;
+            }
+            ASSERT_NE(english, nullptr);
+            for (std::size_t i = 0; i < line.count; ++i) {
+                const ChineseEntry& entry = line.entries[i];
+                const EnglishEntry& kind = english->entries[entry.symbol - 1];
+                if (!reads(kind.kind, kind.marks)) continue;
+                const IParseSymbol* reader = Reader(Id(line.group, line.type, entry.symbol), 1);
+                tree.Insert(entry.text.data(), reader);
+                for (const char16_t* key : entry.keys) tree.Insert(key, reader);
+            }
+        }
+    }
+    const auto expected = tree.Keys();
+    const auto laidOut = Catalog().Dictionary().Keys();
+    ASSERT_EQ(laidOut.size(), expected.size());
+    for (std::size_t i = 0; i < expected.size(); ++i) {
+        const auto& [key, holder] = expected[i];
+        EXPECT_EQ(laidOut[i].first, key);
+        EXPECT_EQ(laidOut[i].second, holder) << std::string(key.begin(), key.end());
+        std::size_t matched = 0;
+        EXPECT_EQ(Lookup(key.c_str(), &matched), holder);
+        EXPECT_EQ(matched, key.size());
     }
 }
 
