@@ -90,7 +90,7 @@ double Converter::Convert(double value) const {
     if (UnitId::SameUnit(m_from, m_to)) return value;
     const UnitTable& units = UnitTable::Instance();
     double out = value;
-    units.FindConverter(m_from)->ConvertTo(value, out, *units.FindConverter(m_to));
+    units.FindConverter(m_from)->DirectConvertTo(value, out, *units.FindConverter(m_to));
     return out;
 }
 
@@ -107,7 +107,7 @@ ErrorCode Converter::Convert(double value, int from, double& out, int to) {
     const UnitConverter* source = units.FindConverter(from);
     const UnitConverter* target = units.FindConverter(to);
     if (source == nullptr || target == nullptr) return ErrorCode::UnitMismatch;
-    return source->ConvertTo(value, out, *target);
+    return source->DirectConvertTo(value, out, *target);
 }
 
 double Converter::Factor(int from, int to) {
@@ -175,7 +175,7 @@ ErrorCode Converter::ConvertArray(const double* values, double* out, size_t coun
         ScaleColumn(values, out, count, into, outOf);
         return ErrorCode::Success;
     }
-    for (size_t i = 0; i < count; ++i) source->ConvertTo(values[i], out[i], *target);
+    for (size_t i = 0; i < count; ++i) source->DirectConvertTo(values[i], out[i], *target);
     return ErrorCode::Success;
 }
 

@@ -15,6 +15,9 @@ public:
     class Resolver;
     static constexpr std::size_t Bytes();
     static void Fill(UnitTable& table);
+
+private:
+    static void KeyDimensions(UnitTable& table);
 };
 
 namespace {
@@ -220,6 +223,24 @@ void ConversionTableBuilder::Fill(UnitTable& table) {
         for (; line != end && line->group == group.group; ++line) resolve.AddLine(*line);
         for (const UnitLine* unit = firstLine; unit != line; ++unit)
             resolve(unit->group, unit->type);
+    }
+    KeyDimensions(table);
+}
+
+void ConversionTableBuilder::KeyDimensions(UnitTable& table) {
+    // A group's key is one more than the place of the first group with the
+    // same exponents; a converter whose exponents are not its group's keeps
+    // 0 and is compared exponent by exponent.
+    for (const GroupLine& group : kGroups) {
+        std::uint32_t key = 1;
+        while (!SameDimensions(kGroups[key - 1].exponents, group.exponents)) ++key;
+        const UnitTable::GroupSlots& slots = table.converterIndex[group.group];
+        for (std::uint32_t type = 0; type < slots.count; ++type) {
+            UnitConverter& converter = *slots.types[type];
+            if (SameDimensions(converter.GetDimensions(), group.exponents)) {
+                converter.SetDimensionKey(key);
+            }
+        }
     }
 }
 

@@ -30,6 +30,15 @@ public:
     // and a rendering go in and out of base at nearly every step.
     ErrorCode DirectFromBase(double value, const Dimensions& dims, double& out) const;
     ErrorCode DirectToBase(double value, double& out, const Dimensions& dims) const;
+    // What ConvertTo does, for both classes, without a call; between two
+    // units of the table their keys stand in for the seven exponents.
+    ErrorCode DirectConvertTo(double value, double& out, const UnitConverter& target) const;
+
+    // Names the unit's exponents by a number that every unit of the table
+    // with the same exponents shares and no other has; 0, the default, names
+    // nothing, and the exponents are then compared one by one. Set while the
+    // table is built, before any reader sees it.
+    void SetDimensionKey(std::uint32_t key) { dimensionKey = key; }
 
     const Dimensions& GetDimensions() const { return dimensions; }
     // The size of one unit in base units, whatever the class.
@@ -50,6 +59,7 @@ protected:
     // direct paths read it without casting to a class the object may not be.
     double offset = 0.0;
     bool hasOffset = false;  // the object is a LinearConverter
+    std::uint32_t dimensionKey = 0;
 };
 
 // A pure scale: one unit is `factor` base units.
@@ -80,10 +90,7 @@ public:
         return DirectFromBase(value, dims, out);
     }
     ErrorCode ConvertTo(double value, double& out, const UnitConverter& target) const override {
-        // Into base by this unit, which cannot refuse its own dimensions; the
-        // way out of base holds the one check.
-        out = value * factor;
-        return target.DirectFromBase(out, dimensions, out);
+        return DirectConvertTo(value, out, target);
     }
     ErrorCode ToBase(double value, double& out, const Dimensions& dims) const override {
         return DirectToBase(value, out, dims);
@@ -104,8 +111,7 @@ public:
         return DirectFromBase(value, dims, out);
     }
     ErrorCode ConvertTo(double value, double& out, const UnitConverter& target) const override {
-        out = value * factor + offset;
-        return target.DirectFromBase(out, dimensions, out);
+        return DirectConvertTo(value, out, target);
     }
     ErrorCode ToBase(double value, double& out, const Dimensions& dims) const override {
         return DirectToBase(value, out, dims);
@@ -127,6 +133,19 @@ inline ErrorCode UnitConverter::DirectToBase(double value, double& out,
                                              const Dimensions& dims) const {
     if (!SameDimensions(dims, dimensions)) return ErrorCode::UnitMismatch;
     out = hasOffset ? value * factor + offset : value * factor;
+    return ErrorCode::Success;
+}
+
+inline ErrorCode UnitConverter::DirectConvertTo(double value, double& out,
+                                                const UnitConverter& target) const {
+    // Into base by this unit, which cannot refuse its own dimensions; the way
+    // out of base holds the one check, and out keeps the base value when the
+    // target refuses it.
+    out = hasOffset ? value * factor + offset : value * factor;
+    if (dimensionKey == 0 || dimensionKey != target.dimensionKey) {
+        return target.DirectFromBase(out, dimensions, out);
+    }
+    out = target.hasOffset ? (out - target.offset) / target.factor : out / target.factor;
     return ErrorCode::Success;
 }
 
