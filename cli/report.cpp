@@ -336,4 +336,19 @@ TextReading ReadText(const Formatter& formatter, std::string_view input, int uni
     return reading;
 }
 
+bool ReadValue(const Formatter& formatter, std::string_view input, int unit, std::u16string& text,
+               double& value) {
+    // Notices are given only when the everyday reading is off; then the
+    // parse report is needed for every text.
+    if (!formatter.GetEverydayReading()) return false;
+    if (!Utf8ToUtf16(input, text) || text.find(u'\0') != std::u16string::npos) return false;
+    // Parse reads as ExplainParse does, without the work of the report.
+    double read = 0.0;
+    if (formatter.Parse(text.c_str(), read, unit) != ErrorCode::Success || !std::isfinite(read)) {
+        return false;
+    }
+    value = read;
+    return true;
+}
+
 }  // namespace MensuraCli

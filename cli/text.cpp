@@ -179,12 +179,17 @@ std::string PadRight(std::string_view utf8, std::size_t width) {
     return out;
 }
 
+char* WriteNumberText(double value, bool exact, char* out) {
+    char* const end = out + kLongestNumberText;
+    const std::to_chars_result result =
+        exact ? std::to_chars(out, end, value)
+              : std::to_chars(out, end, value, std::chars_format::general, 12);
+    return result.ptr;
+}
+
 std::string NumberText(double value, bool exact) {
-    char buffer[64];
-    const std::to_chars_result result = exact ? std::to_chars(buffer, buffer + sizeof buffer, value)
-                                              : std::to_chars(buffer, buffer + sizeof buffer, value,
-                                                              std::chars_format::general, 12);
-    return std::string(buffer, result.ptr);
+    char buffer[kLongestNumberText];
+    return std::string(buffer, WriteNumberText(value, exact, buffer));
 }
 
 namespace {
@@ -312,7 +317,13 @@ std::vector<std::string_view> SplitWords(std::string_view text) {
 }
 
 std::string JsonString(std::string_view utf8) {
-    std::string out = "\"";
+    std::string out;
+    AppendJsonString(out, utf8);
+    return out;
+}
+
+void AppendJsonString(std::string& out, std::string_view utf8) {
+    out += '"';
     for (char c : utf8) {
         const auto byte = static_cast<unsigned char>(c);
         if (c == '"' || c == '\\') {
@@ -332,7 +343,6 @@ std::string JsonString(std::string_view utf8) {
         }
     }
     out += '"';
-    return out;
 }
 
 namespace {

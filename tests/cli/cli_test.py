@@ -810,6 +810,44 @@ def test_read_and_write_errors_exit_3():
                 len(result.err) < 2000, f"{arguments} > /dev/full", result.err[-2000:])
 
 
+def test_each_answer_comes_before_the_next_line():
+    # Fed a line at a time through a pipe, the tool writes each answer, or
+    # its failure in order among the answers, before it has the next line.
+    import select
+    for arguments, exchanges in [
+            (["parse", "m"], [("5 ft", "1.524\n"),
+                              ("5 fleet", "mensura: line 2: ParseFailure: 'fleet' is not a known "
+                                          "unit or mark\n  5 fleet\n    ^~~~~\n"),
+                              ("6 in", "0.1524\n")]),
+            (["convert", "--json", "ft", "m"],
+             [("5", '{"line":1,"input":"5","value":1.524,"text":"1.524","unit":8193}\n'),
+              ("x", '{"line":2,"input":"x","error":"ParseFailure","message":"cannot read \'x\' '
+                    'as a number; convert takes plain numbers, parse reads units"}\n')])]:
+        process = subprocess.Popen([TOOL, *arguments], stdin=subprocess.PIPE,
+                                   stdout=subprocess.PIPE, stderr=subprocess.STDOUT,
+                                   env=ENVIRONMENT)
+        try:
+            for text, answer in exchanges:
+                process.stdin.write(text.encode("utf-8") + b"\n")
+                process.stdin.flush()
+                got = b""
+                while len(got) < len(answer.encode("utf-8")):
+                    ready = select.select([process.stdout], [], [], 30)[0]
+                    chunk = os.read(process.stdout.fileno(), 4096) if ready else b""
+                    check(chunk != b"", f"{arguments}: the answer to {text!r}, with the input "
+                          f"still open", got)
+                    got += chunk
+                check(got.decode("utf-8") == answer, f"{arguments}: {text!r}", got)
+            process.stdin.close()
+            check(process.wait(timeout=60) == 2 and process.stdout.read() == b"",
+                  f"{arguments}: nothing more, exit 2")
+        finally:
+            if process.poll() is None:
+                process.kill()
+                process.wait()
+            process.stdout.close()
+
+
 def test_streams_a_million_lines_in_flat_memory():
     count = 1_000_000
     result, peak = run_measured(["parse", "m"], b"5 ft\n" * count)
