@@ -29,7 +29,24 @@ bool LineReader::Fill() {
 }
 
 LineReader::Status LineReader::Next(std::string& line) {
-    line.clear();
+    std::string_view view;
+    const Status status = Next(view);
+    line.assign(view);
+    return status;
+}
+
+LineReader::Status LineReader::Next(std::string_view& line) {
+    // Most lines lie whole in the buffer, and are read where they are.
+    const char* begin = m_buffer + m_start;
+    const auto* newline = static_cast<const char*>(std::memchr(begin, '\n', m_end - m_start));
+    if (newline == nullptr) return NextAcross(line);
+    line = std::string_view(begin, static_cast<std::size_t>(newline - begin));
+    m_start += line.size() + 1;
+    return Found(line, false);
+}
+
+LineReader::Status LineReader::NextAcross(std::string_view& view) {
+    m_line.clear();
     bool any = false;      // a byte or a line end of this line was read
     bool tooLong = false;  // and the line grew past kLongestLine
     while (true) {
@@ -44,22 +61,27 @@ LineReader::Status LineReader::Next(std::string& line) {
         const std::size_t length = newline != nullptr ? newline - begin : held;
         any = true;
         // One byte more than the longest line, for the '\r' of a "\r\n".
-        if (!tooLong && line.size() + length > kLongestLine + 1) {
+        if (!tooLong && m_line.size() + length > kLongestLine + 1) {
             tooLong = true;
-            line.clear();
+            m_line.clear();
         }
-        if (!tooLong) line.append(begin, length);
+        if (!tooLong) m_line.append(begin, length);
         m_start += length;
         if (newline != nullptr) {
             ++m_start;
             break;
         }
     }
-    if (!line.empty() && line.back() == '\r') line.pop_back();
-    if (m_number == 0 && line.compare(0, 3, "\xEF\xBB\xBF") == 0) line.erase(0, 3);
+    view = m_line;
+    return Found(view, tooLong);
+}
+
+LineReader::Status LineReader::Found(std::string_view& line, bool tooLong) {
+    if (!line.empty() && line.back() == '\r') line.remove_suffix(1);
+    if (m_number == 0 && line.substr(0, 3) == "\xEF\xBB\xBF") line.remove_prefix(3);
     ++m_number;
     if (tooLong || line.size() > kLongestLine) {
-        line.clear();
+        line = {};
         return TooLong;
     }
     return Line;

@@ -120,21 +120,29 @@ std::size_t CharWidth(char32_t c) {
 }
 
 bool Utf8ToUtf16(std::string_view in, std::u16string& out) {
-    out.clear();
-    out.reserve(in.size());
+    // At most one unit a byte: written in place, then cut to what was written.
+    out.resize(in.size());
+    char16_t* next = out.data();
     for (std::size_t i = 0; i < in.size();) {
+        const auto lead = static_cast<unsigned char>(in[i]);
+        if (lead < 0x80) {
+            *next++ = lead;
+            ++i;
+            continue;
+        }
         char32_t c = 0;
         const std::size_t length = DecodeOne(in, i, c);
         if (length == 0) return false;
         if (c < 0x10000) {
-            out += static_cast<char16_t>(c);
+            *next++ = static_cast<char16_t>(c);
         } else {
             c -= 0x10000;
-            out += static_cast<char16_t>(0xD800 | (c >> 10));
-            out += static_cast<char16_t>(0xDC00 | (c & 0x3FF));
+            *next++ = static_cast<char16_t>(0xD800 | (c >> 10));
+            *next++ = static_cast<char16_t>(0xDC00 | (c & 0x3FF));
         }
         i += length;
     }
+    out.resize(static_cast<std::size_t>(next - out.data()));
     return true;
 }
 

@@ -219,7 +219,7 @@ int RunValues(const Arguments& arguments, const std::string_view* single, int un
     std::set<std::string> noted;
     bool failed = false;
     LineReader reader;
-    std::string line;
+    std::string_view line;
     std::string out;
     while (!OutputFailed()) {
         const LineReader::Status status = reader.Next(line);
