@@ -57,8 +57,10 @@ private:
     int m_error = 0;  // errno of the read that failed
 };
 
-// Writes text to standard output, buffered. Once a write has failed, the
-// rest is dropped and OutputFailed() is true.
+// Writes text to standard output, buffered: the buffer goes out when it
+// fills, when LineReader is about to wait for input, in FlushOutput and in
+// FinishOutput. Once a write has failed, the rest is dropped and
+// OutputFailed() is true.
 void Print(std::string_view text);
 // Writes line and a line end to standard output.
 void PrintLine(std::string_view line);
