@@ -11,6 +11,9 @@
 namespace MensuraCli {
 
 bool LineReader::Fill() {
+    // The answers to the lines read so far go out before a read that may
+    // wait for more: see FlushOutput.
+    FlushOutput();
     while (!m_ended) {
         const ssize_t got = read(STDIN_FILENO, m_buffer, sizeof m_buffer);
         if (got > 0) {
@@ -26,7 +29,24 @@ bool LineReader::Fill() {
 }
 
 LineReader::Status LineReader::Next(std::string& line) {
-    line.clear();
+    std::string_view view;
+    const Status status = Next(view);
+    line.assign(view);
+    return status;
+}
+
+LineReader::Status LineReader::Next(std::string_view& line) {
+    // Most lines lie whole in the buffer, and are read where they are.
+    const char* begin = m_buffer + m_start;
+    const auto* newline = static_cast<const char*>(std::memchr(begin, '\n', m_end - m_start));
+    if (newline == nullptr) return NextAcross(line);
+    line = std::string_view(begin, static_cast<std::size_t>(newline - begin));
+    m_start += line.size() + 1;
+    return Found(line, false);
+}
+
+LineReader::Status LineReader::NextAcross(std::string_view& view) {
+    m_line.clear();
     bool any = false;      // a byte or a line end of this line was read
     bool tooLong = false;  // and the line grew past kLongestLine
     while (true) {
@@ -41,22 +61,27 @@ LineReader::Status LineReader::Next(std::string& line) {
         const std::size_t length = newline != nullptr ? newline - begin : held;
         any = true;
         // One byte more than the longest line, for the '\r' of a "\r\n".
-        if (!tooLong && line.size() + length > kLongestLine + 1) {
+        if (!tooLong && m_line.size() + length > kLongestLine + 1) {
             tooLong = true;
-            line.clear();
+            m_line.clear();
         }
-        if (!tooLong) line.append(begin, length);
+        if (!tooLong) m_line.append(begin, length);
         m_start += length;
         if (newline != nullptr) {
             ++m_start;
             break;
         }
     }
-    if (!line.empty() && line.back() == '\r') line.pop_back();
-    if (m_number == 0 && line.compare(0, 3, "\xEF\xBB\xBF") == 0) line.erase(0, 3);
+    view = m_line;
+    return Found(view, tooLong);
+}
+
+LineReader::Status LineReader::Found(std::string_view& line, bool tooLong) {
+    if (!line.empty() && line.back() == '\r') line.remove_suffix(1);
+    if (m_number == 0 && line.substr(0, 3) == "\xEF\xBB\xBF") line.remove_prefix(3);
     ++m_number;
     if (tooLong || line.size() > kLongestLine) {
-        line.clear();
+        line = {};
         return TooLong;
     }
     return Line;
@@ -68,6 +93,16 @@ std::string LineReader::Problem() const {
 
 namespace {
 
+// Standard output, buffered here rather than by stdio: answers pile up in
+// one block that goes out in a single write(2) when it fills, when the tool
+// is about to wait for input (LineReader::Fill), before a message on
+// standard error, and at the end. So a stream of a million lines is written
+// in large blocks, while whoever feeds the tool a line at a time, from a
+// terminal or a pipe, gets each answer as soon as the tool has nothing more
+// to read, as the help text promises.
+constexpr std::size_t kOutputBlock = 1 << 16;
+char g_output[kOutputBlock];
+std::size_t g_outputHeld = 0;
 bool g_outputFailed = false;
 int g_outputError = 0;  // errno of the write that failed
 
@@ -77,11 +112,32 @@ void OutputError() {
     g_outputError = errno;
 }
 
+// Writes all of data to standard output, through short writes and signals.
+void WriteAll(const char* data, std::size_t size) {
+    while (size > 0 && !g_outputFailed) {
+        const ssize_t wrote = write(STDOUT_FILENO, data, size);
+        if (wrote < 0) {
+            if (errno != EINTR) OutputError();
+            continue;
+        }
+        data += wrote;
+        size -= static_cast<std::size_t>(wrote);
+    }
+}
+
 }  // namespace
 
 void Print(std::string_view text) {
     if (g_outputFailed) return;
-    if (std::fwrite(text.data(), 1, text.size(), stdout) != text.size()) OutputError();
+    if (text.size() > kOutputBlock - g_outputHeld) {
+        FlushOutput();
+        if (text.size() >= kOutputBlock) {
+            WriteAll(text.data(), text.size());
+            return;
+        }
+    }
+    std::memcpy(g_output + g_outputHeld, text.data(), text.size());
+    g_outputHeld += text.size();
 }
 
 void PrintLine(std::string_view line) {
@@ -94,12 +150,12 @@ bool OutputFailed() {
 }
 
 void FlushOutput() {
-    if (!g_outputFailed && std::fflush(stdout) != 0) OutputError();
+    WriteAll(g_output, g_outputHeld);
+    g_outputHeld = 0;
 }
 
 int FinishOutput(int status) {
     FlushOutput();
-    if (!g_outputFailed && std::ferror(stdout)) OutputError();
     if (!g_outputFailed) return status;
     std::string text = "mensura: cannot write standard output";
     if (g_outputError != 0) text += std::string(": ") + std::strerror(g_outputError);

@@ -31,6 +31,8 @@ public:
     // without a line end is a line; a byte order mark at the start of the
     // input is dropped. After End or Error, the same again.
     Status Next(std::string& line);
+    // The same, without a copy: line stays valid until the next call.
+    Status Next(std::string_view& line);
     // The number of the line last read, from 1.
     long Number() const { return m_number; }
     // Why reading failed: "cannot read standard input: Is a directory".
@@ -39,8 +41,15 @@ public:
 private:
     // Refills the buffer: false at the end of input or on an error.
     bool Fill();
+    // Next for a line that the buffer does not hold whole: gathered in
+    // m_line, at most kLongestLine and a '\r' of it.
+    Status NextAcross(std::string_view& line);
+    // The line that Next found, without its '\r' and, at the start of the
+    // input, its byte order mark.
+    Status Found(std::string_view& line, bool tooLong);
 
     char m_buffer[65536];
+    std::string m_line;
     std::size_t m_start = 0;
     std::size_t m_end = 0;
     long m_number = 0;
@@ -48,8 +57,10 @@ private:
     int m_error = 0;  // errno of the read that failed
 };
 
-// Writes text to standard output, buffered. Once a write has failed, the
-// rest is dropped and OutputFailed() is true.
+// Writes text to standard output, buffered: the buffer goes out when it
+// fills, when LineReader is about to wait for input, in FlushOutput and in
+// FinishOutput. Once a write has failed, the rest is dropped and
+// OutputFailed() is true.
 void Print(std::string_view text);
 // Writes line and a line end to standard output.
 void PrintLine(std::string_view line);

@@ -336,4 +336,20 @@ TextReading ReadText(const Formatter& formatter, std::string_view input, int uni
     return reading;
 }
 
+bool ReadValue(const Formatter& formatter, std::string_view input, int unit, std::u16string& text,
+               double& value) {
+    // Notices are given only when the everyday reading is off; then the
+    // parse report is needed for every text.
+    if (!formatter.GetEverydayReading()) return false;
+    // A NUL byte is a NUL unit in UTF-16 too.
+    if (input.find('\0') != std::string_view::npos || !Utf8ToUtf16(input, text)) return false;
+    // Parse reads as ExplainParse does, without the work of the report.
+    double read = 0.0;
+    if (formatter.Parse(text.c_str(), read, unit) != ErrorCode::Success || !std::isfinite(read)) {
+        return false;
+    }
+    value = read;
+    return true;
+}
+
 }  // namespace MensuraCli

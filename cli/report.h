@@ -69,6 +69,14 @@ struct TextReading {
 //   its value in meter (0x2001) is too large for a double
 TextReading ReadText(const Mensura::Formatter& formatter, std::string_view input, int unit);
 
+// The quick way of ReadText for a text that reads: true, with its value as
+// ReadText gives it, when input reads as a finite value and calls for no
+// notice, which is all a stream of good lines needs; false when ReadText
+// must say what became of it. text is a buffer that the caller keeps from
+// line to line, so that a stream allocates nothing.
+bool ReadValue(const Mensura::Formatter& formatter, std::string_view input, int unit,
+               std::u16string& text, double& value);
+
 }  // namespace MensuraCli
 
 #endif  // MENSURA_CLI_REPORT_H

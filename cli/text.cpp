@@ -1,8 +1,12 @@
 #include "text.h"
 
+#include <algorithm>
+#include <array>
 #include <charconv>
 #include <cmath>
+#include <cstdint>
 #include <cstdlib>
+#include <cstring>
 #include <system_error>
 
 namespace MensuraCli {
@@ -116,21 +120,29 @@ std::size_t CharWidth(char32_t c) {
 }
 
 bool Utf8ToUtf16(std::string_view in, std::u16string& out) {
-    out.clear();
-    out.reserve(in.size());
+    // At most one unit a byte: written in place, then cut to what was written.
+    out.resize(in.size());
+    char16_t* next = out.data();
     for (std::size_t i = 0; i < in.size();) {
+        const auto lead = static_cast<unsigned char>(in[i]);
+        if (lead < 0x80) {
+            *next++ = lead;
+            ++i;
+            continue;
+        }
         char32_t c = 0;
         const std::size_t length = DecodeOne(in, i, c);
         if (length == 0) return false;
         if (c < 0x10000) {
-            out += static_cast<char16_t>(c);
+            *next++ = static_cast<char16_t>(c);
         } else {
             c -= 0x10000;
-            out += static_cast<char16_t>(0xD800 | (c >> 10));
-            out += static_cast<char16_t>(0xDC00 | (c & 0x3FF));
+            *next++ = static_cast<char16_t>(0xD800 | (c >> 10));
+            *next++ = static_cast<char16_t>(0xDC00 | (c & 0x3FF));
         }
         i += length;
     }
+    out.resize(static_cast<std::size_t>(next - out.data()));
     return true;
 }
 
@@ -179,12 +191,138 @@ std::string PadRight(std::string_view utf8, std::size_t width) {
     return out;
 }
 
+namespace {
+
+#ifdef __SIZEOF_INT128__
+__extension__ typedef unsigned __int128 Wide;
+
+// 10^0 to 10^22: 10^22 times the 53 bits of a double's significand fits in
+// 128 bits.
+constexpr int kMostPower = 22;
+constexpr std::array<Wide, kMostPower + 1> kPowers = [] {
+    std::array<Wide, kMostPower + 1> powers{};
+    powers[0] = 1;
+    for (int i = 1; i <= kMostPower; ++i) powers[i] = powers[i - 1] * 10;
+    return powers;
+}();
+#endif
+
+// The significant digits of a value as printf's %.12g gives them, in exact
+// integer arithmetic: the value, m·2^-s with m its significand, times the
+// power of ten that brings it to twelve digits before the point, 1e11 <= y <
+// 1e12, rounded to the nearest integer. false, for std::to_chars to decide,
+// for a value that lies halfway, for one below 1e-11 or from 1e12 on (whose
+// product would not fit in 128 bits or needs a division), and without 128-bit
+// integers. digits gets at most 12 digits without trailing zeros; exponent is
+// that of the first.
+bool TwelveDigits(double value, char (&digits)[kLongestNumberText], int& count, int& exponent) {
+#ifdef __SIZEOF_INT128__
+    std::uint64_t bits = 0;
+    std::memcpy(&bits, &value, sizeof bits);
+    const int biased = static_cast<int>((bits >> 52) & 0x7FF);
+    if (biased == 0) return false;  // 0 or a subnormal
+    constexpr std::uint64_t kHidden = std::uint64_t{1} << 52;
+    const std::uint64_t significand = (bits & (kHidden - 1)) | kHidden;
+    const int shift = 1075 - biased;  // value is significand · 2^-shift
+    // value lies from 2^(52 - shift) to below 2^(53 - shift), less than a
+    // power of ten: its exponent is the floor of (52 - shift) · log10(2), or
+    // one more. 78913 / 2^18 is log10(2) to within 1e-7, and the shift floors
+    // a negative product too.
+    const int least = ((52 - shift) * 78913) >> 18;
+    constexpr std::uint64_t kLeast = 100000000000;  // 1e11
+    for (exponent = least + 1; exponent >= least; --exponent) {
+        const int power = 11 - exponent;
+        if (power < 0 || power > kMostPower || shift <= 0 || shift >= 128) return false;
+        const Wide product = significand * kPowers[power];
+        auto number = static_cast<std::uint64_t>(product >> shift);
+        if (number < kLeast) continue;
+        if (number >= 10 * kLeast) return false;
+        const Wide rest = product & ((Wide{1} << shift) - 1);
+        const Wide half = Wide{1} << (shift - 1);
+        if (rest == half) return false;
+        if (rest > half) ++number;
+        if (number == 10 * kLeast) {
+            number = kLeast;
+            ++exponent;
+        }
+        // Two halves of six digits, two digits at a time: the divisions of
+        // the one half do not wait for the other's.
+        static constexpr char kPairs[] =
+            "00010203040506070809101112131415161718192021222324252627282930313233343536373839"
+            "40414243444546474849505152535455565758596061626364656667686970717273747576777879"
+            "8081828384858687888990919293949596979899";
+        auto high = static_cast<std::uint32_t>(number / 1000000);
+        auto low = static_cast<std::uint32_t>(number % 1000000);
+        for (int i = 4; i >= 0; i -= 2) {
+            std::memcpy(digits + i, kPairs + 2 * (high % 100), 2);
+            std::memcpy(digits + 6 + i, kPairs + 2 * (low % 100), 2);
+            high /= 100;
+            low /= 100;
+        }
+        count = 12;
+        while (count > 1 && digits[count - 1] == '0') --count;
+        return true;
+    }
+#endif
+    (void)value, (void)digits, (void)count, (void)exponent;
+    return false;
+}
+
+// The value of TwelveDigits laid out as %g does: in positional notation when
+// its exponent is from -4 to 11, else in scientific notation with at least
+// two digits of the exponent; trailing zeros dropped, and a point with no
+// digits after it.
+char* WriteTwelve(bool negative, const char* digits, int count, int exponent, char* out) {
+    if (negative) *out++ = '-';
+    if (exponent < -4 || exponent >= 12) {
+        *out++ = digits[0];
+        if (count > 1) {
+            *out++ = '.';
+            out = std::copy(digits + 1, digits + count, out);
+        }
+        *out++ = 'e';
+        *out++ = exponent < 0 ? '-' : '+';
+        const int magnitude = std::abs(exponent);
+        if (magnitude < 10) *out++ = '0';
+        return std::to_chars(out, out + 4, magnitude).ptr;
+    }
+    if (exponent < 0) {
+        *out++ = '0';
+        *out++ = '.';
+        out = std::fill_n(out, -exponent - 1, '0');
+        return std::copy(digits, digits + count, out);
+    }
+    // The digits before the point, padded with zeros; the rest after it.
+    const int whole = exponent + 1;
+    const int shown = std::min(count, whole);
+    out = std::copy(digits, digits + shown, out);
+    out = std::fill_n(out, whole - shown, '0');
+    if (count > whole) {
+        *out++ = '.';
+        out = std::copy(digits + whole, digits + count, out);
+    }
+    return out;
+}
+
+}  // namespace
+
+char* WriteNumberText(double value, bool exact, char* out) {
+    char* const end = out + kLongestNumberText;
+    if (exact) return std::to_chars(out, end, value).ptr;
+    // std::to_chars with a precision gives the same text, at several times
+    // the cost.
+    char digits[kLongestNumberText];
+    int count = 0;
+    int exponent = 0;
+    if (std::isfinite(value) && TwelveDigits(value, digits, count, exponent)) {
+        return WriteTwelve(std::signbit(value), digits, count, exponent, out);
+    }
+    return std::to_chars(out, end, value, std::chars_format::general, 12).ptr;
+}
+
 std::string NumberText(double value, bool exact) {
-    char buffer[64];
-    const std::to_chars_result result = exact ? std::to_chars(buffer, buffer + sizeof buffer, value)
-                                              : std::to_chars(buffer, buffer + sizeof buffer, value,
-                                                              std::chars_format::general, 12);
-    return std::string(buffer, result.ptr);
+    char buffer[kLongestNumberText];
+    return std::string(buffer, WriteNumberText(value, exact, buffer));
 }
 
 namespace {
@@ -312,7 +450,13 @@ std::vector<std::string_view> SplitWords(std::string_view text) {
 }
 
 std::string JsonString(std::string_view utf8) {
-    std::string out = "\"";
+    std::string out;
+    AppendJsonString(out, utf8);
+    return out;
+}
+
+void AppendJsonString(std::string& out, std::string_view utf8) {
+    out += '"';
     for (char c : utf8) {
         const auto byte = static_cast<unsigned char>(c);
         if (c == '"' || c == '\\') {
@@ -332,7 +476,6 @@ std::string JsonString(std::string_view utf8) {
         }
     }
     out += '"';
-    return out;
 }
 
 namespace {

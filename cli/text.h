@@ -47,6 +47,10 @@ std::string PadRight(std::string_view utf8, std::size_t width);
 // ("1.6764"), or with exact set the shortest text that reads back as the same
 // double ("1.6764000000000001").
 std::string NumberText(double value, bool exact);
+// The longest NumberText: a sign, 17 digits, a point and an exponent "e-308".
+constexpr std::size_t kLongestNumberText = 32;
+// NumberText written to out, which holds kLongestNumberText chars: its end.
+char* WriteNumberText(double value, bool exact, char* out);
 // What ReadNumber made of a text.
 enum class NumberRead {
     Number,     // a finite double, in value
@@ -75,6 +79,8 @@ std::vector<std::string_view> SplitWords(std::string_view text);
 // A JSON string with quotes; text is UTF-8 and passes through, control
 // characters, quotes and backslashes escaped.
 std::string JsonString(std::string_view utf8);
+// JsonString appended to out.
+void AppendJsonString(std::string& out, std::string_view utf8);
 // A JSON number that reads back as the same double, or null when not finite.
 std::string JsonNumber(double value);
 

@@ -1,8 +1,8 @@
 // convert and parse: one value from the command line, or one a line from
 // standard input.
+#include <charconv>
 #include <cmath>
 #include <cstdio>
-#include <functional>
 #include <set>
 
 #include "catalog.h"
@@ -159,23 +159,47 @@ struct Outcome {
     std::string note;     // and the notice
 };
 
-using Step = std::function<Outcome(std::string_view input)>;
-
-void PrintResult(bool json, bool exact, long line, std::string_view input, int unit, double value) {
+// Writes the answer for one value: its number, or with json one object. out
+// is a buffer kept from line to line, so that a stream allocates nothing.
+void PrintResult(bool json, bool exact, long line, std::string_view input, int unit, double value,
+                 std::string& out) {
+    char number[kLongestNumberText + 1];
+    char* end = WriteNumberText(value, exact, number);
     if (!json) {
-        PrintLine(NumberText(value, exact));
+        *end++ = '\n';
+        Print(std::string_view(number, static_cast<std::size_t>(end - number)));
         return;
     }
-    std::string text = "{";
-    if (line > 0) text += "\"line\":" + std::to_string(line) + ",";
-    text += "\"input\":" + JsonString(input) + ",\"value\":" + JsonNumber(value) +
-            ",\"text\":" + JsonString(NumberText(value, exact)) +
-            ",\"unit\":" + std::to_string(unit) + "}";
-    PrintLine(text);
+    const auto appendInteger = [&out](long integer) {
+        char digits[24];
+        out.append(digits, std::to_chars(digits, digits + sizeof digits, integer).ptr);
+    };
+    out = "{";
+    if (line > 0) {
+        out += "\"line\":";
+        appendInteger(line);
+        out += ',';
+    }
+    out += "\"input\":";
+    AppendJsonString(out, input);
+    out += ",\"value\":";
+    if (std::isfinite(value)) {
+        char exactNumber[kLongestNumberText];
+        out.append(exactNumber, WriteNumberText(value, true, exactNumber));
+    } else {
+        out += "null";
+    }
+    out += ",\"text\":";
+    AppendJsonString(out, std::string_view(number, static_cast<std::size_t>(end - number)));
+    out += ",\"unit\":";
+    appendInteger(unit);
+    out += "}\n";
+    Print(out);
 }
 
 // Runs step on the one value of the command line, or else on every line of
 // standard input that is not blank.
+template <typename Step>
 int RunValues(const Arguments& arguments, const std::string_view* single, int unit,
               const Step& step) {
     const bool json = arguments.Has("--json");
@@ -187,14 +211,16 @@ int RunValues(const Arguments& arguments, const std::string_view* single, int un
             return kExitFailed;
         }
         if (!outcome.note.empty()) ReportNote(json, 0, outcome.note);
-        PrintResult(json, exact, 0, *single, unit, outcome.value);
+        std::string out;
+        PrintResult(json, exact, 0, *single, unit, outcome.value, out);
         return kExitOk;
     }
     // A notice is given once for each symbol, on the first line that has it.
     std::set<std::string> noted;
     bool failed = false;
     LineReader reader;
-    std::string line;
+    std::string_view line;
+    std::string out;
     while (!OutputFailed()) {
         const LineReader::Status status = reader.Next(line);
         if (status == LineReader::End) break;
@@ -221,7 +247,7 @@ int RunValues(const Arguments& arguments, const std::string_view* single, int un
         if (!outcome.note.empty() && noted.insert(outcome.noteKey).second) {
             ReportNote(json, number, outcome.note);
         }
-        PrintResult(json, exact, number, input, unit, outcome.value);
+        PrintResult(json, exact, number, input, unit, outcome.value, out);
     }
     return failed ? kExitFailed : kExitOk;
 }
@@ -264,7 +290,7 @@ int RunConvert(const ArgumentList& list) {
                           Quantity(GroupOf(from)) + " is not " + Quantity(GroupOf(to)));
         return kExitFailed;
     }
-    const Step step = [from, to](std::string_view input) {
+    const auto step = [from, to](std::string_view input) {
         Outcome outcome;
         double value = 0.0;
         const NumberRead read = ReadNumber(input, value);
@@ -312,9 +338,11 @@ int RunParse(const ArgumentList& list) {
     }
     Formatter formatter;
     if (!MakeFormatter(arguments, unit, formatter, problem)) return UsageError("parse", problem);
-    const Step step = [&formatter, unit](std::string_view input) {
-        const TextReading reading = ReadText(formatter, input, unit);
+    std::u16string text;  // each line's text, in one buffer
+    const auto step = [&formatter, unit, &text](std::string_view input) {
         Outcome outcome;
+        if (ReadValue(formatter, input, unit, text, outcome.value)) return outcome;
+        const TextReading reading = ReadText(formatter, input, unit);
         outcome.code = reading.report.code;
         outcome.value = reading.report.value;
         outcome.message = reading.message;

@@ -13,6 +13,7 @@ import json
 import math
 import os
 import re
+import struct
 import subprocess
 import sys
 import tempfile
@@ -213,6 +214,35 @@ def test_convert_batch_goes_on_after_a_failing_line():
     check(result.err.count("\n") == 1, "one failure", result)
     check(result.err.startswith("mensura: line 2: ParseFailure: cannot read 'ten'"),
           "the failing line by its number", result)
+
+
+def test_numbers_are_written_as_printf_writes_them():
+    # Twelve significant digits as %.12g has them, the exact ones as the
+    # shortest text that reads back: values at the ends of the range, at
+    # powers of ten and just either side, on and near a halfway point of the
+    # twelfth digit, where they round up to one more digit, and at random.
+    import random
+    randomly = random.Random(12)
+    values = [0.0, 5e-324, 2.2250738585072014e-308, 1.7976931348623157e308, 1234567890.125,
+              1234567890.375, 100000000000.5, 100000000001.5, 999999999999.5,
+              99999.99999999999, 0.000099999999999995,
+              9.9999999999995e-5, 123456789012.49998, 0.1 + 0.2]
+    for exponent in range(-14, 15):
+        power = 10.0 ** exponent
+        values += [power, math.nextafter(power, 0), math.nextafter(power, math.inf)]
+    for _ in range(3000):
+        values.append(randomly.choice([-1, 1]) * 10 ** randomly.uniform(-13, 14))
+        values.append(randomly.uniform(0, 1000) * 0.3048)
+        values.append(struct.unpack("<d", randomly.getrandbits(64).to_bytes(8, "little"))[0])
+    values = [value for value in values if math.isfinite(value)]
+    stdin = "".join(repr(value) + "\n" for value in values)
+    result = succeed("convert", "m", "m", stdin=stdin)
+    wrong = [(repr(value), text, twelve(value)) for value, text in
+             zip(values, result.out.split("\n")) if text != twelve(value)]
+    check(not wrong and result.out.count("\n") == len(values), "value, text, %.12g",
+          wrong[:10])
+    result = succeed("convert", "--exact", "m", "m", stdin=stdin)
+    check([float(text) for text in result.out.split()] == values, "exact texts read back")
 
 
 def test_convert_json_reads_back():
@@ -808,6 +838,44 @@ def test_read_and_write_errors_exit_3():
             check(result.status == 3 and result.err.endswith(
                 "mensura: cannot write standard output: No space left on device\n") and
                 len(result.err) < 2000, f"{arguments} > /dev/full", result.err[-2000:])
+
+
+def test_each_answer_comes_before_the_next_line():
+    # Fed a line at a time through a pipe, the tool writes each answer, or
+    # its failure in order among the answers, before it has the next line.
+    import select
+    for arguments, exchanges in [
+            (["parse", "m"], [("5 ft", "1.524\n"),
+                              ("5 fleet", "mensura: line 2: ParseFailure: 'fleet' is not a known "
+                                          "unit or mark\n  5 fleet\n    ^~~~~\n"),
+                              ("6 in", "0.1524\n")]),
+            (["convert", "--json", "ft", "m"],
+             [("5", '{"line":1,"input":"5","value":1.524,"text":"1.524","unit":8193}\n'),
+              ("x", '{"line":2,"input":"x","error":"ParseFailure","message":"cannot read \'x\' '
+                    'as a number; convert takes plain numbers, parse reads units"}\n')])]:
+        process = subprocess.Popen([TOOL, *arguments], stdin=subprocess.PIPE,
+                                   stdout=subprocess.PIPE, stderr=subprocess.STDOUT,
+                                   env=ENVIRONMENT)
+        try:
+            for text, answer in exchanges:
+                process.stdin.write(text.encode("utf-8") + b"\n")
+                process.stdin.flush()
+                got = b""
+                while len(got) < len(answer.encode("utf-8")):
+                    ready = select.select([process.stdout], [], [], 30)[0]
+                    chunk = os.read(process.stdout.fileno(), 4096) if ready else b""
+                    check(chunk != b"", f"{arguments}: the answer to {text!r}, with the input "
+                          f"still open", got)
+                    got += chunk
+                check(got.decode("utf-8") == answer, f"{arguments}: {text!r}", got)
+            process.stdin.close()
+            check(process.wait(timeout=60) == 2 and process.stdout.read() == b"",
+                  f"{arguments}: nothing more, exit 2")
+        finally:
+            if process.poll() is None:
+                process.kill()
+                process.wait()
+            process.stdout.close()
 
 
 def test_streams_a_million_lines_in_flat_memory():
