@@ -120,6 +120,10 @@ public:
     }
 
 private:
+    // RenderNumber for the fixed styles, a finite value below 1e19 and at most
+    // 19 decimals: the same text and the same failures, without a conversion.
+    Result RenderFixed(double value, bool negative, int precision, bool grouped, char16_t* buffer,
+                       std::size_t capacity, unsigned mode) const;
     static constexpr char16_t kMinusSign = u'\u2212';
     static bool IsCommonSign(char16_t unit) { return unit == u'+' || unit == kMinusSign; }
     // The scanner behind ScanNumber's first look.

@@ -11,6 +11,7 @@
 #include <cstdio>
 #include <functional>
 #include <limits>
+#include <random>
 #include <string>
 #include <vector>
 
@@ -238,6 +239,56 @@ TEST(RenderNumber, WholeNumbersAgreeWithTheCConversion) {
             EXPECT_EQ(std::string(rendered.text.begin(), rendered.text.end()), expected) << value;
         }
         ASSERT_EQ(impl.SetNumberDecimalDigits(2), ErrorCode::Success);
+    }
+}
+
+// The fixed styles round from the exact binary value, as "%+.*f" does: a tie
+// goes to the even digit only where the double lies exactly half way, a
+// carry runs into the whole digits, and tiny, subnormal and huge values keep
+// their exact digits, on both sides of 1e19 and of 19 decimals.
+TEST(RenderNumber, FixedAgreesWithTheCConversion) {
+    NumberSettings impl;
+    impl.SetNumber(NumberFormat::Fixed);
+    impl.SetPositiveSign(u"+");
+    std::vector<double> values = {0.5,
+                                  1.5,
+                                  2.5,
+                                  0.125,
+                                  0.375,
+                                  0.005,
+                                  0.015,
+                                  1.005,
+                                  9.995,
+                                  99.995,
+                                  0.1,
+                                  123456.785,
+                                  4503599627370495.5,
+                                  9007199254740993.0,
+                                  9999999999999998976.0,
+                                  1e19,
+                                  5e-324,
+                                  2.2250738585072014e-308,
+                                  1e-300,
+                                  0.999999999999999999};
+    std::mt19937_64 random(20261123);
+    std::uniform_real_distribution<double> exponent(-25.0, 19.5);
+    for (int i = 0; i < 1500; ++i) {
+        values.push_back(std::pow(10.0, exponent(random)));
+        // Binary fractions, which tie at some number of decimals.
+        values.push_back(std::ldexp(static_cast<double>(random() % 1000000), -int(random() % 24)));
+    }
+    char16_t buffer[80];
+    for (const double magnitude : values) {
+        for (const double value : {magnitude, -magnitude}) {
+            for (int decimals = 0; decimals <= 20; ++decimals) {
+                char expected[80];
+                std::snprintf(expected, sizeof expected, "%+.*f", decimals, value);
+                const Result result = impl.RenderNumber(value, buffer, 80, 0, decimals);
+                ASSERT_TRUE(result.Ok()) << expected;
+                ASSERT_EQ(std::string(buffer, buffer + result.length), expected)
+                    << value << " with " << decimals << " decimals";
+            }
+        }
     }
 }
 
