@@ -1,6 +1,7 @@
 #include "notations/feet_inches.h"
 
 #include <cmath>
+#include <cstdint>
 
 #include "base/ids.h"
 #include "base/number_flags.h"
@@ -228,9 +229,34 @@ namespace {
 
 using CompoundMarks::kDoublePrime;
 using CompoundMarks::kPrime;
-using CompoundMarks::WholePart;
 
 constexpr char16_t kEnDash = u'\u2013';
+
+// The integer part of x, cut toward zero, as WholePart gives it (the sign of
+// a zero and a NaN included), without a call: a double of 2^52 or more is a
+// whole number already.
+double Truncate(double x) {
+    if (!(std::fabs(x) < 4503599627370496.0)) return x;
+    return std::copysign(static_cast<double>(static_cast<std::int64_t>(x)), x);
+}
+
+// Divides the fraction numerator / denominator by 2 while the numerator is
+// even. The numerator is a whole number other than 0 and the denominator a
+// power of two; up to 2^63, with the numerator below it, the halvings are a
+// shift.
+void Reduce(double& numerator, double& denominator) {
+    if (denominator <= 9223372036854775808.0 && std::fabs(numerator) < denominator) {
+        const auto magnitude = static_cast<std::uint64_t>(std::fabs(numerator));
+        const int twos = __builtin_ctzll(magnitude);
+        numerator = std::copysign(static_cast<double>(magnitude >> twos), numerator);
+        denominator = static_cast<double>(static_cast<std::uint64_t>(denominator) >> twos);
+        return;
+    }
+    while (std::fmod(numerator, 2.0) == 0.0) {
+        numerator /= 2.0;
+        denominator /= 2.0;
+    }
+}
 
 }  // namespace
 
@@ -282,8 +308,8 @@ Result PrimeDoublePrimeSymbol::WriteSmall(const Start& start, double x, char16_t
                                           std::size_t size, const NumberSettings& settings) const {
     if (!showFraction) return settings.RenderNumber(x, buffer, size, 0);
     double denominator = start.denominator;
-    const double whole = WholePart(x);
-    double numerator = WholePart((x - whole) * denominator);
+    const double whole = Truncate(x);
+    double numerator = Truncate((x - whole) * denominator);
     std::size_t at = 0;
     // A value below one has no "0" in front of its fraction; 0 itself has its "0".
     if (numerator == 0.0 || whole != 0.0) {
@@ -296,10 +322,7 @@ Result PrimeDoublePrimeSymbol::WriteSmall(const Start& start, double x, char16_t
     }
     // The sign stands once, at the whole number.
     if (whole < 0.0 && numerator < 0.0) numerator = -numerator;
-    while (std::fmod(numerator, 2.0) == 0.0) {
-        numerator /= 2.0;
-        denominator /= 2.0;
-    }
+    Reduce(numerator, denominator);
     Result written =
         settings.RenderNumber(numerator, buffer + at, size - at, RenderMode::WholeNumber);
     if (!written.Ok()) return written;
@@ -320,7 +343,7 @@ Result PrimeDoublePrimeSymbol::Render(double value, const Dimensions& dims, char
     std::size_t at = 0;
     if (showFeet) {
         const double multiplier = Multiplier();
-        const double large = WholePart(x / multiplier);
+        const double large = Truncate(x / multiplier);
         const Result written = settings.RenderNumber(large, buffer, size, start.largeMode);
         if (!written.Ok()) return written;
         at = written.length;
@@ -348,7 +371,7 @@ Result PrimeDoublePrimeSymbol::RenderPart(int part, double value, const Dimensio
     double x = start.x;
     if (showFeet) {
         const double multiplier = Multiplier();
-        const double large = WholePart(x / multiplier);
+        const double large = Truncate(x / multiplier);
         if (part == 0) return settings.RenderNumber(large, buffer, size, start.largeMode);
         x = x - large * multiplier;
         if (x < 0.0) x = -x;

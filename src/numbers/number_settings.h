@@ -7,6 +7,7 @@
 #define MENSURA_NUMBERS_NUMBER_SETTINGS_H
 
 #include <array>
+#include <cmath>
 #include <cstddef>
 #include <cstdint>
 #include <string>
@@ -98,7 +99,20 @@ public:
     // one number; WholeNumber still wins over it. The settings never change.
     static constexpr int kSettingsDecimals = -1;
     Result RenderNumber(double value, char16_t* buffer, std::size_t capacity, unsigned mode,
-                        int decimals = kSettingsDecimals) const;
+                        int decimals = kSettingsDecimals) const {
+        // The numbers of a compound rendering, small whole numbers, take the
+        // shortest way, here where the caller needs no call for them.
+        if ((mode & RenderMode::WholeNumber) != 0 && buffer != nullptr) {
+            const double magnitude = std::fabs(value);
+            if (magnitude < 1e9) {
+                const auto whole = static_cast<std::uint32_t>(magnitude);
+                // value < 0.0: a negative zero has no sign.
+                if (whole == magnitude)
+                    return RenderWhole(whole, value < 0.0, buffer, capacity, mode);
+            }
+        }
+        return RenderAny(value, buffer, capacity, mode, decimals);
+    }
 
     // The number at the start of text by these digits, signs and separators:
     // its length; ParseFailure when none stands there, Failure when value is
@@ -124,6 +138,53 @@ private:
     // 19 decimals: the same text and the same failures, without a conversion.
     Result RenderFixed(double value, bool negative, int precision, bool grouped, char16_t* buffer,
                        std::size_t capacity, unsigned mode) const;
+    // RenderNumber behind its shortcut.
+    Result RenderAny(double value, char16_t* buffer, std::size_t capacity, unsigned mode,
+                     int decimals) const;
+    // RenderNumber in WholeNumber mode for a whole number below 1e9 and its
+    // sign, with RenderFixed's rules for a text of digits alone; the other
+    // styles, and a number that takes a separator, go to RenderAny.
+    Result RenderWhole(std::uint32_t whole, bool negative, char16_t* buffer, std::size_t capacity,
+                       unsigned mode) const {
+        int digits = 1;
+        for (std::uint32_t power = 10; digits < 9 && whole >= power; power *= 10) ++digits;
+        if (numberFormat != NumberFormat::Fixed &&
+            (numberFormat != NumberFormat::Number ||
+             (groupSizes[0] != 0 && digits > groupSizes[0]))) {
+            return RenderAny(negative ? -double(whole) : double(whole), buffer, capacity, mode,
+                             kSettingsDecimals);
+        }
+        // "+", the digits and a terminator fit, then the sign's text, then the
+        // sign in front of a zero.
+        const std::u16string& sign = negative ? negativeSign : positiveSign;
+        const auto count = static_cast<std::size_t>(digits);
+        const std::size_t total = count + sign.size();
+        if (count + 2 > capacity || total > capacity) return Result::Fail();
+        char16_t* out = buffer;
+        if ((mode & RenderMode::SignOnZero) != 0 && whole == 0) {
+            if (total >= capacity || total + negativeSign.size() > capacity) return Result::Fail();
+            out = AppendText(out, negativeSign);
+        }
+        out = AppendText(out, sign);
+        char16_t* const end = out + count;
+        char16_t* at = end;
+        do {
+            *--at = nativeDigits[whole % 10];
+            whole /= 10;
+        } while (at != out);
+        return Result::Done(static_cast<std::size_t>(end - buffer));
+    }
+    // Writes text at out and returns its end. The texts hold no terminator:
+    // the loop stops at theirs, and copies the usual one unit or none
+    // without more ado.
+    static char16_t* AppendText(char16_t* out, const std::u16string& text) {
+        for (const char16_t* unit = text.c_str(); *unit != 0; ++unit) *out++ = *unit;
+        return out;
+    }
+    // RenderNumber for everything else, through the printed text; its large
+    // scratch stays out of the common calls.
+    Result RenderPrinted(double value, int precision, char16_t* buffer, std::size_t capacity,
+                         unsigned mode) const;
     static constexpr char16_t kMinusSign = u'\u2212';
     static bool IsCommonSign(char16_t unit) { return unit == u'+' || unit == kMinusSign; }
     // The scanner behind ScanNumber's first look.

@@ -170,19 +170,12 @@ std::size_t CountSeparators(const std::vector<int>& sizes, int count) {
     return separators;
 }
 
-char16_t* Append(char16_t* out, const std::u16string& text) {
-    for (const char16_t unit : text) *out++ = unit;
-    return out;
-}
-
-// Puts text in front of end; returns its start. The texts are short: a loop
-// beats a call to copy them.
+// Puts text in front of end; returns its start.
 char16_t* Prepend(char16_t* end, const std::u16string& text) {
     char16_t* start = end - text.size();
-    Append(start, text);
+    for (std::size_t i = 0; i < text.size(); ++i) start[i] = text[i];
     return start;
 }
-
 }  // namespace
 
 Result NumberSettings::RenderFixed(double value, bool negative, int precision, bool grouped,
@@ -209,8 +202,8 @@ Result NumberSettings::RenderFixed(double value, bool negative, int precision, b
     }
 
     char16_t* out = buffer;
-    if (signOnZero) out = Append(out, negativeSign);
-    out = Append(out, sign);
+    if (signOnZero) out = AppendText(out, negativeSign);
+    out = AppendText(out, sign);
     char16_t* const end = out + behindSign;
     // From the right, as the walk goes: the decimals, the point, the whole
     // digits in their groups.
@@ -237,20 +230,28 @@ Result NumberSettings::RenderFixed(double value, bool negative, int precision, b
     return Result::Done(static_cast<std::size_t>(end - buffer));
 }
 
-Result NumberSettings::RenderNumber(double value, char16_t* buffer, std::size_t capacity,
-                                    unsigned mode, int decimals) const {
+Result NumberSettings::RenderAny(double value, char16_t* buffer, std::size_t capacity,
+                                 unsigned mode, int decimals) const {
     if (buffer == nullptr || capacity == 0) return Result::Fail();
     if (value == 0.0) value = 0.0;  // no sign for -0.0; a NaN stays as it is
     const int precision = (mode & RenderMode::WholeNumber) != 0 ? 0
                           : decimals < 0                        ? decimalDigits
                                                                 : decimals;
+    const bool grouped = numberFormat == NumberFormat::Number;
+    if (!grouped && numberFormat != NumberFormat::Fixed) {
+        return RenderPrinted(value, precision, buffer, capacity, mode);
+    }
+    const double magnitude = std::fabs(value);
+    if (precision <= kMaxFixedDecimals && magnitude < 1e19) {
+        return RenderFixed(value, std::signbit(value), precision, grouped, buffer, capacity, mode);
+    }
+    return RenderPrinted(value, precision, buffer, capacity, mode);
+}
+
+Result NumberSettings::RenderPrinted(double value, int precision, char16_t* buffer,
+                                     std::size_t capacity, unsigned mode) const {
     Style style;
     if (!StyleOf(numberFormat, style)) return Result::Fail();
-    if (style.format == std::chars_format::fixed && precision <= kMaxFixedDecimals &&
-        std::fabs(value) < 1e19) {
-        return RenderFixed(value, std::signbit(value), precision, style.grouped, buffer, capacity,
-                           mode);
-    }
 
     // The printed text with its sign and a terminator must fit into capacity,
     // though the plus sign may vanish in translation.

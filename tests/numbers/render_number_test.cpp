@@ -292,6 +292,46 @@ TEST(RenderNumber, FixedAgreesWithTheCConversion) {
     }
 }
 
+// WholeNumber is precision 0, whatever way the number takes: the shortcut for
+// small whole numbers gives the text and the failures that 0 decimals give,
+// in every style, for every capacity.
+TEST(RenderNumber, WholeNumberModeIsZeroDecimals) {
+    using RenderMode::SignOnZero;
+    using RenderMode::WholeNumber;
+    char16_t arabic[11] = {};
+    for (int d = 0; d < 10; ++d) arabic[d] = static_cast<char16_t>(0x0660 + d);
+    const Change settings[] = {
+        [](NumberSettings&) {},
+        Style(NumberFormat::Fixed),
+        Style(NumberFormat::ScientificUpper),
+        Style(NumberFormat::GeneralLower),
+        Sizes({2}),
+        Sizes({0}),
+        Both(Signs(u"+", u"neg "), Separators(u"ab", u".")),
+        Signs(u"", u""),
+        [&arabic](NumberSettings& f) { f.SetNativeDigits(arabic); },
+    };
+    const double values[] = {0.0, -0.0, 5, -5, 66, 999, 1000, -123456, 999999999, 1e9, 12.5};
+    for (const Change& setup : settings) {
+        NumberSettings impl;
+        setup(impl);
+        for (const double value : values) {
+            for (const unsigned mode : {WholeNumber, WholeNumber | SignOnZero}) {
+                for (std::size_t capacity = 1; capacity < 20; ++capacity) {
+                    char16_t whole[20], zero[20];
+                    const Result a = impl.RenderNumber(value, whole, capacity, mode);
+                    const Result b =
+                        impl.RenderNumber(value, zero, capacity, mode & ~WholeNumber, 0);
+                    ASSERT_EQ(a.code, b.code) << value << " capacity " << capacity;
+                    if (!a.Ok()) continue;
+                    ASSERT_EQ(std::u16string(whole, a.length), std::u16string(zero, b.length))
+                        << value << " capacity " << capacity;
+                }
+            }
+        }
+    }
+}
+
 // A caller may ask for other decimals for one number; the setting stays.
 TEST(RenderNumber, DecimalsForOneNumber) {
     const NumberSettings impl;
