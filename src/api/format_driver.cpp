@@ -52,11 +52,16 @@ ErrorCode FormatterImpl::Format(double value, const Dimensions& dims, char16_t* 
 int FormatterImpl::ResolveSymbol(int id) const {
     const auto bits = static_cast<std::uint32_t>(id);
     if ((bits & UnitId::SymbolMask) != 0) return id;
+    // A formatter seldom has defaults of its own: empty tables are not searched.
     int unit = id;
     if ((bits & UnitId::TypeMask) == 0) {
-        const auto found = defaultUnits.find(id & kIdBits);
-        unit = found != defaultUnits.end() ? found->second : id | 1;
+        unit = id | 1;
+        if (!defaultUnits.empty()) {
+            const auto found = defaultUnits.find(id & kIdBits);
+            if (found != defaultUnits.end()) unit = found->second;
+        }
     }
+    if (defaultSymbols.empty()) return unit | (1 << 20);
     const auto found = defaultSymbols.find(unit & kIdBits);
     return found != defaultSymbols.end() ? found->second : unit | (1 << 20);
 }

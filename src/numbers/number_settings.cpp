@@ -37,6 +37,7 @@ NumberSettings::NumberSettings()
     numberTokens.InsertOrAssign(groupSeparator.c_str(), NumberToken::GroupSeparator);
     numberTokens.InsertOrAssign(decimalSeparator.c_str(), NumberToken::DecimalSeparator);
     IndexTokens();
+    NoteDigitsAlone();
 }
 
 NumberTokenTree NumberSettings::TokensWithout(const char16_t* const* texts,
@@ -179,6 +180,7 @@ ErrorCode NumberSettings::SetNumberGroupSizes(const int* sizes, int count) {
     }
     std::vector<int> copy(sizes, sizes + count);
     groupSizes.swap(copy);
+    NoteDigitsAlone();
     return ErrorCode::Success;
 }
 

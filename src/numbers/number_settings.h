@@ -6,6 +6,7 @@
 #ifndef MENSURA_NUMBERS_NUMBER_SETTINGS_H
 #define MENSURA_NUMBERS_NUMBER_SETTINGS_H
 
+#include <algorithm>
 #include <array>
 #include <cmath>
 #include <cstddef>
@@ -86,7 +87,10 @@ public:
     ErrorCode SetNumberGroupSizes(const int* sizes, int count);
     NumberFormat GetNumber() const { return numberFormat; }
     // Stored unchecked: a style outside 0 to 5 makes rendering fail.
-    void SetNumber(NumberFormat format) { numberFormat = format; }
+    void SetNumber(NumberFormat format) {
+        numberFormat = format;
+        NoteDigitsAlone();
+    }
 
     const NumberTokenTree& NumberTokens() const { return numberTokens; }
 
@@ -148,9 +152,7 @@ private:
                        unsigned mode) const {
         int digits = 1;
         for (std::uint32_t power = 10; digits < 9 && whole >= power; power *= 10) ++digits;
-        if (numberFormat != NumberFormat::Fixed &&
-            (numberFormat != NumberFormat::Number ||
-             (groupSizes[0] != 0 && digits > groupSizes[0]))) {
+        if (digits > digitsAlone) {
             return RenderAny(negative ? -double(whole) : double(whole), buffer, capacity, mode,
                              kSettingsDecimals);
         }
@@ -173,6 +175,13 @@ private:
             whole /= 10;
         } while (at != out);
         return Result::Done(static_cast<std::size_t>(end - buffer));
+    }
+    // Follows the style and the group sizes into digitsAlone.
+    void NoteDigitsAlone() {
+        digitsAlone = numberFormat == NumberFormat::Fixed    ? 9
+                      : numberFormat != NumberFormat::Number ? 0
+                      : groupSizes[0] == 0                   ? 9
+                                                             : std::min(groupSizes[0], 9);
     }
     // Writes text at out and returns its end. The texts hold no terminator:
     // the loop stops at theirs, and copies the usual one unit or none
@@ -224,6 +233,9 @@ private:
     NumberFormat numberFormat = NumberFormat::Number;
     int decimalDigits = 2;
     std::vector<int> groupSizes;  // nearest the decimal point first; the last repeats
+    // The most digits that a whole number may have to render as its digits
+    // alone, with no separator among them; 0 when the style is not fixed.
+    int digitsAlone = 3;
     NumberTokenTree numberTokens;
     // The scanner asks for a token at every place of a text, and nearly
     // always at a unit that is a whole token or none: for the units below
