@@ -2,6 +2,7 @@
 
 #include <cmath>
 #include <cstdint>
+#include <cstring>
 
 #include "base/ids.h"
 #include "base/number_flags.h"
@@ -240,6 +241,15 @@ double Truncate(double x) {
     return std::copysign(static_cast<double>(static_cast<std::int64_t>(x)), x);
 }
 
+// 2 to the power of n, exactly, for n from -1022 to 1023: written, not
+// reckoned, as the decimal digits (0 to 99) ask for it at every rendering.
+double PowerOfTwo(int n) {
+    const std::uint64_t bits = static_cast<std::uint64_t>(1023 + n) << 52;
+    double power = 0.0;
+    std::memcpy(&power, &bits, sizeof power);
+    return power;
+}
+
 // Divides the fraction numerator / denominator by 2 while the numerator is
 // even. The numerator is a whole number other than 0 and the denominator a
 // power of two; up to 2^63, with the numerator below it, the halvings are a
@@ -286,15 +296,13 @@ Result PrimeDoublePrimeSymbol::Begin(double value, const Dimensions& dims,
     // The sign of -0.5 feet survives in front of a large number of 0.
     start.largeMode = RenderMode::WholeNumber | (x < 0.0 ? RenderMode::SignOnZero : 0u);
     const int digits = settings.GetNumberDecimalDigits();
-    double denominator = 1.0;
-    for (int i = 0; i < digits; ++i) denominator += denominator;
-    start.denominator = denominator;
+    start.denominator = PowerOfTwo(digits);
     // A fraction rounds to nearest, ties away from zero, before the split, so
     // that its carry reaches the large number. Decimals get only a tiny push
     // and RenderNumber rounds the small number alone: "5′12.00″" can occur.
     double amount = 0.0;
     if (showFraction) {
-        amount = 0.5 / denominator;
+        amount = PowerOfTwo(-1 - digits);  // 0.5 / denominator
     } else {
         double power = 1.0;
         for (int i = 0; i < digits; ++i) power *= 10.0;

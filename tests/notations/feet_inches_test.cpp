@@ -89,8 +89,11 @@ TEST(FeetInchesSymbol, RendersEachPatternWithTheDefaults) {
 // signs and separators. Minutes and seconds count sixty, and a value in
 // another unit of the dimension renders in the pattern's.
 TEST(FeetInchesSymbol, RendersByTheNumberSettings) {
-    NumberSettings defaults, sixteenths, whole, plus, comma;
+    NumberSettings defaults, sixteenths, whole, plus, comma, fine, finest;
     ASSERT_EQ(sixteenths.SetNumberDecimalDigits(4), ErrorCode::Success);
+    // Fractions finer than a whole number of 64 bits holds, and coarser.
+    ASSERT_EQ(fine.SetNumberDecimalDigits(60), ErrorCode::Success);
+    ASSERT_EQ(finest.SetNumberDecimalDigits(70), ErrorCode::Success);
     ASSERT_EQ(whole.SetNumberDecimalDigits(0), ErrorCode::Success);
     plus.SetPositiveSign(u"+");
     ASSERT_EQ(comma.SetNumberDecimalSeparator(u","), ErrorCode::Success);
@@ -107,6 +110,11 @@ TEST(FeetInchesSymbol, RendersByTheNumberSettings) {
         {sixteenths, 66.5, kInch, kFraction, u"5′6 1/2″"},
         {sixteenths, 66.75, kInch, kFraction, u"5′6 3/4″"},
         {sixteenths, 66.03, kInch, kFraction, u"5′6″"},
+        {fine, 66.25, kInch, kFraction, u"5′6 1/4″"},
+        {finest, 66.25, kInch, kFraction, u"5′6 1/4″"},
+        {fine, 66 + 0x3p-40, kInch, kFraction, u"5′6 3/1,099,511,627,776″"},
+        {finest, 66 + 0x3p-40, kInch, kFraction, u"5′6 3/1,099,511,627,776″"},
+        {finest, -0x3p-40, kInch, kInches, u"-3/1,099,511,627,776″"},
         {whole, 71.6, kInch, kFraction, u"6′0″"},
         {whole, 71.6, kInch, kPlain, u"5′12″"},
         {whole, 66.25, kInch, kFraction, u"5′6″"},
