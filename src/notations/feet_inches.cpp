@@ -241,6 +241,14 @@ double Truncate(double x) {
     return std::copysign(static_cast<double>(static_cast<std::int64_t>(x)), x);
 }
 
+// The finest fraction that WriteFraction takes, 2^29: its numbers stay below
+// 1e9.
+constexpr double kWholeDenominator = 536870912.0;
+
+std::uint32_t Magnitude(std::int32_t n) {
+    return n < 0 ? 0u - static_cast<std::uint32_t>(n) : static_cast<std::uint32_t>(n);
+}
+
 // 2 to the power of n, exactly, for n from -1022 to 1023: written, not
 // reckoned, as the decimal digits (0 to 99) ask for it at every rendering.
 double PowerOfTwo(int n) {
@@ -266,6 +274,39 @@ void Reduce(double& numerator, double& denominator) {
         numerator /= 2.0;
         denominator /= 2.0;
     }
+}
+
+// WriteSmall's fraction when its numbers are below 1e9: the whole number
+// and the numerator cut toward zero, the denominator a power of two.
+Result WriteFraction(std::int32_t whole, std::int32_t numerator, std::uint32_t denominator,
+                     char16_t* buffer, std::size_t size, const NumberSettings& settings) {
+    std::size_t at = 0;
+    // A value below one has no "0" in front of its fraction; 0 itself has its "0".
+    if (numerator == 0 || whole != 0) {
+        const Result written = settings.RenderWhole(Magnitude(whole), whole < 0, buffer, size,
+                                                    RenderMode::WholeNumber);
+        if (!written.Ok()) return written;
+        at = written.length;
+        if (numerator == 0) return written;
+        if (at >= size) return Result::Fail();
+        buffer[at++] = u' ';
+    }
+    // The sign stands once, at the whole number.
+    const bool negative = numerator < 0 && whole >= 0;
+    std::uint32_t magnitude = Magnitude(numerator);
+    const int twos = __builtin_ctz(magnitude);
+    magnitude >>= twos;
+    denominator >>= twos;
+    Result written =
+        settings.RenderWhole(magnitude, negative, buffer + at, size - at, RenderMode::WholeNumber);
+    if (!written.Ok()) return written;
+    at += written.length;
+    if (at >= size) return Result::Fail();
+    buffer[at++] = u'/';
+    written =
+        settings.RenderWhole(denominator, false, buffer + at, size - at, RenderMode::WholeNumber);
+    if (!written.Ok()) return written;
+    return Result::Done(at + written.length);
 }
 
 }  // namespace
@@ -317,7 +358,14 @@ Result PrimeDoublePrimeSymbol::WriteSmall(const Start& start, double x, char16_t
     if (!showFraction) return settings.RenderNumber(x, buffer, size, 0);
     double denominator = start.denominator;
     const double whole = Truncate(x);
-    double numerator = Truncate((x - whole) * denominator);
+    const double scaled = (x - whole) * denominator;
+    // The usual numbers go as integers: the same cuts, without the
+    // conversions back and forth.
+    if (std::fabs(x) < 1e9 && denominator <= kWholeDenominator) {
+        return WriteFraction(static_cast<std::int32_t>(x), static_cast<std::int32_t>(scaled),
+                             static_cast<std::uint32_t>(denominator), buffer, size, settings);
+    }
+    double numerator = Truncate(scaled);
     std::size_t at = 0;
     // A value below one has no "0" in front of its fraction; 0 itself has its "0".
     if (numerator == 0.0 || whole != 0.0) {
@@ -351,8 +399,19 @@ Result PrimeDoublePrimeSymbol::Render(double value, const Dimensions& dims, char
     std::size_t at = 0;
     if (showFeet) {
         const double multiplier = Multiplier();
-        const double large = Truncate(x / multiplier);
-        const Result written = settings.RenderNumber(large, buffer, size, start.largeMode);
+        const double quotient = x / multiplier;
+        double large = 0.0;
+        Result written;
+        if (std::fabs(quotient) < 1e9) {
+            // As an integer; a zero without its sign takes nothing from x.
+            const auto whole = static_cast<std::int32_t>(quotient);
+            large = whole;
+            written =
+                settings.RenderWhole(Magnitude(whole), whole < 0, buffer, size, start.largeMode);
+        } else {
+            large = Truncate(quotient);
+            written = settings.RenderNumber(large, buffer, size, start.largeMode);
+        }
         if (!written.Ok()) return written;
         at = written.length;
         if (size - at < (showDash ? 2u : 1u)) return Result::Fail();

@@ -118,36 +118,10 @@ public:
         return RenderAny(value, buffer, capacity, mode, decimals);
     }
 
-    // The number at the start of text by these digits, signs and separators:
-    // its length; ParseFailure when none stands there, Failure when value is
-    // null. Writes value and *flags (the NumberFlags seen) only for a number.
-    // Most places of a text hold a unit or an operator, which the first look
-    // turns away without a call. `everyday` lets the minus sign U+2212 stand
-    // for the negative sign and "+" for the positive sign, where they are no
-    // token of the settings.
-    Result ScanNumber(const char16_t* text, double* value, std::uint32_t* flags,
-                      bool everyday = false) const {
-        if (value == nullptr) return Result::Fail();
-        // Only an empty sign could stand here, and a sign alone is no number;
-        // no token begins with the terminator.
-        if (text == nullptr) return Result::Fail(ErrorCode::ParseFailure);
-        if (!MayStartToken(*text) && !(everyday && IsCommonSign(*text))) {
-            return Result::Fail(ErrorCode::ParseFailure);
-        }
-        return ReadNumber(text, value, flags, everyday);
-    }
-
-private:
-    // RenderNumber for the fixed styles, a finite value below 1e19 and at most
-    // 19 decimals: the same text and the same failures, without a conversion.
-    Result RenderFixed(double value, bool negative, int precision, bool grouped, char16_t* buffer,
-                       std::size_t capacity, unsigned mode) const;
-    // RenderNumber behind its shortcut.
-    Result RenderAny(double value, char16_t* buffer, std::size_t capacity, unsigned mode,
-                     int decimals) const;
-    // RenderNumber in WholeNumber mode for a whole number below 1e9 and its
-    // sign, with RenderFixed's rules for a text of digits alone; the other
-    // styles, and a number that takes a separator, go to RenderAny.
+    // RenderNumber(value, buffer, capacity, mode) in WholeNumber mode for a
+    // whole number below 1e9, its magnitude and its sign given apart (a
+    // negative zero has none), for a caller that holds it as an integer. A
+    // non-null buffer.
     Result RenderWhole(std::uint32_t whole, bool negative, char16_t* buffer, std::size_t capacity,
                        unsigned mode) const {
         int digits = 1;
@@ -176,6 +150,33 @@ private:
         } while (at != out);
         return Result::Done(static_cast<std::size_t>(end - buffer));
     }
+    // The number at the start of text by these digits, signs and separators:
+    // its length; ParseFailure when none stands there, Failure when value is
+    // null. Writes value and *flags (the NumberFlags seen) only for a number.
+    // Most places of a text hold a unit or an operator, which the first look
+    // turns away without a call. `everyday` lets the minus sign U+2212 stand
+    // for the negative sign and "+" for the positive sign, where they are no
+    // token of the settings.
+    Result ScanNumber(const char16_t* text, double* value, std::uint32_t* flags,
+                      bool everyday = false) const {
+        if (value == nullptr) return Result::Fail();
+        // Only an empty sign could stand here, and a sign alone is no number;
+        // no token begins with the terminator.
+        if (text == nullptr) return Result::Fail(ErrorCode::ParseFailure);
+        if (!MayStartToken(*text) && !(everyday && IsCommonSign(*text))) {
+            return Result::Fail(ErrorCode::ParseFailure);
+        }
+        return ReadNumber(text, value, flags, everyday);
+    }
+
+private:
+    // RenderNumber for the fixed styles, a finite value below 1e19 and at most
+    // 19 decimals: the same text and the same failures, without a conversion.
+    Result RenderFixed(double value, bool negative, int precision, bool grouped, char16_t* buffer,
+                       std::size_t capacity, unsigned mode) const;
+    // RenderNumber behind its shortcut.
+    Result RenderAny(double value, char16_t* buffer, std::size_t capacity, unsigned mode,
+                     int decimals) const;
     // Follows the style and the group sizes into digitsAlone.
     void NoteDigitsAlone() {
         digitsAlone = numberFormat == NumberFormat::Fixed    ? 9

@@ -94,6 +94,10 @@ TEST(FeetInchesSymbol, RendersByTheNumberSettings) {
     // Fractions finer than a whole number of 64 bits holds, and coarser.
     ASSERT_EQ(fine.SetNumberDecimalDigits(60), ErrorCode::Success);
     ASSERT_EQ(finest.SetNumberDecimalDigits(70), ErrorCode::Success);
+    // The finest fraction whose numbers stay below 1e9, and the next.
+    NumberSettings d29, d30;
+    ASSERT_EQ(d29.SetNumberDecimalDigits(29), ErrorCode::Success);
+    ASSERT_EQ(d30.SetNumberDecimalDigits(30), ErrorCode::Success);
     ASSERT_EQ(whole.SetNumberDecimalDigits(0), ErrorCode::Success);
     plus.SetPositiveSign(u"+");
     ASSERT_EQ(comma.SetNumberDecimalSeparator(u","), ErrorCode::Success);
@@ -115,6 +119,11 @@ TEST(FeetInchesSymbol, RendersByTheNumberSettings) {
         {fine, 66 + 0x3p-40, kInch, kFraction, u"5′6 3/1,099,511,627,776″"},
         {finest, 66 + 0x3p-40, kInch, kFraction, u"5′6 3/1,099,511,627,776″"},
         {finest, -0x3p-40, kInch, kInches, u"-3/1,099,511,627,776″"},
+        {d29, 66 + 0x3p-29, kInch, kFraction, u"5′6 3/536,870,912″"},
+        {d30, 66 + 0x3p-29, kInch, kFraction, u"5′6 3/536,870,912″"},
+        {d29, -0x3p-29, kInch, kInches, u"-3/536,870,912″"},
+        {defaults, 12e9 + 3, kInch, kFraction, u"1,000,000,000′3″"},
+        {defaults, -12e9 + 12 - 3.5, kInch, kFraction, u"-999,999,999′3 1/2″"},
         {whole, 71.6, kInch, kFraction, u"6′0″"},
         {whole, 71.6, kInch, kPlain, u"5′12″"},
         {whole, 66.25, kInch, kFraction, u"5′6″"},
