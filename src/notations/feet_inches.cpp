@@ -329,8 +329,8 @@ double PrimeDoublePrimeSymbol::Multiplier() const {
     return Unit() == kInch ? 12.0 : 60.0;
 }
 
-Result PrimeDoublePrimeSymbol::Begin(double value, const Dimensions& dims,
-                                     const NumberSettings& settings, Start& start) const {
+inline Result PrimeDoublePrimeSymbol::Begin(double value, const Dimensions& dims,
+                                            const NumberSettings& settings, Start& start) const {
     double x = 0.0;
     const ErrorCode converted = GetConverter().DirectFromBase(value, dims, x);
     if (converted != ErrorCode::Success) return Result::Fail(converted);
@@ -353,19 +353,22 @@ Result PrimeDoublePrimeSymbol::Begin(double value, const Dimensions& dims,
     return Result::Done(0);
 }
 
-Result PrimeDoublePrimeSymbol::WriteSmall(const Start& start, double x, char16_t* buffer,
-                                          std::size_t size, const NumberSettings& settings) const {
+inline Result PrimeDoublePrimeSymbol::WriteSmall(const Start& start, double x, char16_t* buffer,
+                                                 std::size_t size,
+                                                 const NumberSettings& settings) const {
     if (!showFraction) return settings.RenderNumber(x, buffer, size, 0);
     double denominator = start.denominator;
-    const double whole = Truncate(x);
-    const double scaled = (x - whole) * denominator;
     // The usual numbers go as integers: the same cuts, without the
-    // conversions back and forth.
+    // conversions back and forth. A zero without its sign takes nothing from
+    // x.
     if (std::fabs(x) < 1e9 && denominator <= kWholeDenominator) {
-        return WriteFraction(static_cast<std::int32_t>(x), static_cast<std::int32_t>(scaled),
+        const auto whole = static_cast<std::int32_t>(x);
+        const double scaled = (x - whole) * denominator;
+        return WriteFraction(whole, static_cast<std::int32_t>(scaled),
                              static_cast<std::uint32_t>(denominator), buffer, size, settings);
     }
-    double numerator = Truncate(scaled);
+    const double whole = Truncate(x);
+    double numerator = Truncate((x - whole) * denominator);
     std::size_t at = 0;
     // A value below one has no "0" in front of its fraction; 0 itself has its "0".
     if (numerator == 0.0 || whole != 0.0) {
