@@ -143,13 +143,18 @@ public:
         }
         out = AppendText(out, sign);
         char16_t* const end = out + count;
-        char16_t* at = end;
-        do {
-            *--at = nativeDigits[whole % 10];
-            whole /= 10;
-        } while (at != out);
+        if (whole < 10) {
+            *out = nativeDigits[whole];  // most parts of a compound rendering
+        } else {
+            char16_t* at = end;
+            do {
+                *--at = nativeDigits[whole % 10];
+                whole /= 10;
+            } while (at != out);
+        }
         return Result::Done(static_cast<std::size_t>(end - buffer));
     }
+
     // The number at the start of text by these digits, signs and separators:
     // its length; ParseFailure when none stands there, Failure when value is
     // null. Writes value and *flags (the NumberFlags seen) only for a number.
