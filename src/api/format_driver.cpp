@@ -38,14 +38,19 @@ ErrorCode FormatterImpl::Format(double value, const Dimensions& dims, char16_t* 
         }
     }
     if (renderer == nullptr) return ErrorCode::Failure;
-    const Result result = renderer->Render(value, dims, buffer, size, numbers);
-    if (!result.Ok()) return result.code;
+    // The whole value in the symbol's unit, unrounded, whatever is rendered;
+    // reckoned first, so that its division overlaps the rendering, and
+    // handed out only after a rendering that succeeds.
+    double inUnit = 0.0;
+    bool haveUnit = false;
     if (converted != nullptr) {
-        // The whole value in the symbol's unit, unrounded, whatever was rendered.
         if (const UnitConverter* unit = catalog.Units().FindConverter(resolved)) {
-            unit->DirectFromBase(value, dims, *converted);
+            haveUnit = unit->DirectFromBase(value, dims, inUnit) == ErrorCode::Success;
         }
     }
+    const Result result = renderer->Render(value, dims, buffer, size, numbers);
+    if (!result.Ok()) return result.code;
+    if (haveUnit) *converted = inUnit;
     return ErrorCode::Success;
 }
 
