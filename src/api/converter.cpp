@@ -99,15 +99,7 @@ double Converter::Factor() const {
 }
 
 ErrorCode Converter::Convert(double value, int from, double& out, int to) {
-    if (UnitId::SameUnit(from, to)) {
-        out = value;
-        return ErrorCode::Success;
-    }
-    const UnitTable& units = UnitTable::Instance();
-    const UnitConverter* source = units.FindConverter(from);
-    const UnitConverter* target = units.FindConverter(to);
-    if (source == nullptr || target == nullptr) return ErrorCode::UnitMismatch;
-    return source->DirectConvertTo(value, out, *target);
+    return UnitTable::Instance().Convert(value, from, out, to);
 }
 
 double Converter::Factor(int from, int to) {

@@ -52,7 +52,7 @@ int ApplySymbolStringSetting(MensuraFormatter* formatter, int selector, int symb
 extern "C" {
 int Convert(double value, int from, double* out, int to) {
     if (out == nullptr) return static_cast<int>(ErrorCode::Failure);
-    return static_cast<int>(Converter::Convert(value, from, *out, to));
+    return static_cast<int>(Mensura::UnitTable::Instance().Convert(value, from, *out, to));
 }
 
 double ConversionFactor(int from, int to) {
@@ -86,8 +86,8 @@ size_t CopyUnitSymbols(int id, int* ids, size_t capacity) {
 int GetDisplayName(int locale, int id, MensuraChar16* buffer, size_t size) {
     if (buffer == nullptr) return Code(ErrorCode::Failure);
     return CallFromC([&] {
-        return Code(UnitCatalog::Instance().CopyDisplayName(id, buffer, size,
-                                                            DisplayLanguageOf(locale)));
+        return Code(
+            UnitCatalog::Instance().CopyDisplayName(id, buffer, size, DisplayLanguageOf(locale)));
     });
 }
 

@@ -54,6 +54,21 @@ public:
         return type < group.count ? group.types[type].get() : nullptr;
     }
 
+    // Converts value from the unit type of `from` into that of `to`: the
+    // value itself for the same unit, UnitMismatch for an unknown id or other
+    // dimensions. Inline, so that both faces of the library convert without
+    // a call of their own.
+    ErrorCode Convert(double value, int from, double& out, int to) const {
+        if (UnitId::SameUnit(from, to)) {
+            out = value;
+            return ErrorCode::Success;
+        }
+        const UnitConverter* source = FindConverter(from);
+        const UnitConverter* target = FindConverter(to);
+        if (source == nullptr || target == nullptr) return ErrorCode::UnitMismatch;
+        return source->DirectConvertTo(value, out, *target);
+    }
+
     // The place of the unit type of id among all types, group by group; false
     // when the group or type field is 0 or out of range.
     bool TypePlace(int id, std::size_t& place) const {
