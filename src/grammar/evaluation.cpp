@@ -15,6 +15,8 @@ void StepBack(SymbolList& list, SymbolList::iterator& position) {
 // deep. A closing one with none open counts for nothing here; the
 // evaluation refuses it.
 bool NestingWithinLimit(SymbolList& list) {
+    // Each level takes an element of its own.
+    if (list.size() <= static_cast<std::size_t>(kMaxNesting)) return true;
     int depth = 0;
     for (SymbolList::iterator it = list.begin(); it != list.end(); ++it) {
         const ParseKind kind = it.symbol()->Kind();
@@ -117,8 +119,12 @@ ErrorCode EvaluateList(SymbolList& list, const Dimensions& dimensions) {
     if (list.empty() || !NestingWithinLimit(list)) return ErrorCode::ParseFailure;
     for (const bool firstPass : {true, false}) {
         for (SymbolList::iterator position = list.begin(); position != list.end();) {
-            if (position.symbol()->Evaluate(list, position, firstPass, dimensions) !=
-                ErrorCode::Success)
+            const IParseSymbol* symbol = position.symbol();
+            if (firstPass && symbol->StepsOverInFirstPass()) {
+                ++position;
+                continue;
+            }
+            if (symbol->Evaluate(list, position, firstPass, dimensions) != ErrorCode::Success)
                 return ErrorCode::ParseFailure;
         }
     }

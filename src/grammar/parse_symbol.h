@@ -72,6 +72,11 @@ public:
     const OperandSymbol* AsOperand() const;
     const OperatorSymbol* AsOperator() const;
     const NumberSymbol* AsNumber() const;
+    // Whether the first pass only steps over the symbol: so it is for every
+    // number, operand and operator, whose Evaluate the engine then skips in
+    // that pass. A class of those families whose first pass does more must
+    // not keep its family.
+    bool StepsOverInFirstPass() const { return family != Family::Other; }
 
 protected:
     enum class Family : std::uint8_t { Other, Operand, Operator, Number };

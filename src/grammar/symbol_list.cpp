@@ -7,7 +7,14 @@ namespace Mensura {
 SymbolList::SymbolList() : sentinel{&sentinel, &sentinel, nullptr, false} {}
 
 SymbolList::~SymbolList() {
-    Clear();
+    // No links to keep up on the way out: each owned symbol goes, and each
+    // node that came from the heap.
+    for (Node* node = sentinel.next; node != &sentinel;) {
+        Node* next = node->next;
+        if (node->owned) Destroy(node->symbol);
+        if (node < nodes || node >= nodes + kInlineNodes) delete node;
+        node = next;
+    }
 }
 
 SymbolList::iterator SymbolList::Erase(iterator first, iterator last) {

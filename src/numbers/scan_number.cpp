@@ -7,8 +7,64 @@
 
 namespace Mensura {
 
+namespace {
+
+bool IsDigitCode(int code) {
+    return code != NumberToken::None && (code - 4) / 4 <= 9;
+}
+
+}  // namespace
+
 Result NumberSettings::ReadNumber(const char16_t* text, double* value, std::uint32_t* flagsOut,
                                   bool everyday) const {
+    // Most numbers are digits and group separators with perhaps a decimal
+    // separator and more digits: read here in one sweep, with the same sums
+    // as below. An exponent, or a separator that is empty, sends the text to
+    // the full reading from the start.
+    if (int code = TokenAt(text); IsDigitCode(code)) {
+        double whole = 0.0, fraction = 0.0, divisor = 1.0;
+        std::uint32_t flags = NumberFlags::IntegerDigits;
+        std::size_t position = 0;
+        bool point = false;
+        for (;;) {
+            if (IsDigitCode(code)) {
+                whole = whole * 10 + static_cast<double>((code - 4) / 4);
+                ++position;
+            } else if (code == NumberToken::GroupSeparator && !groupSeparator.empty()) {
+                flags |= NumberFlags::GroupSeen;
+                position += groupSeparator.size();
+            } else {
+                break;
+            }
+            if (text[position] == 0) break;
+            code = TokenAt(text + position);
+        }
+        if (text[position] != 0 && code == NumberToken::DecimalSeparator &&
+            !decimalSeparator.empty()) {
+            point = true;
+            flags |= NumberFlags::PointSeen;
+            position += decimalSeparator.size();
+            code = text[position] == 0 ? NumberToken::None : TokenAt(text + position);
+            while (IsDigitCode(code)) {
+                flags |= NumberFlags::FractionDigits;
+                fraction = fraction * 10 + static_cast<double>((code - 4) / 4);
+                divisor *= 10.0;
+                if (text[++position] == 0) break;
+                code = TokenAt(text + position);
+            }
+        }
+        // Here a sign or no token ends the number, and behind the decimal
+        // separator also a separator.
+        const bool ends = text[position] == 0 || code == NumberToken::None ||
+                          code == NumberToken::PositiveSign || code == NumberToken::NegativeSign ||
+                          (point && code != NumberToken::Exponent);
+        if (ends) {
+            *value = fraction / divisor + whole;
+            if (flagsOut != nullptr) *flagsOut = flags;
+            return Result::Done(position);
+        }
+    }
+
     enum class State {
         Start,
         Signed,

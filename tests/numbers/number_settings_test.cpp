@@ -2,10 +2,13 @@
 // setter, with shared texts and empty signs on the root.
 #include "numbers/number_settings.h"
 
+#include "base/number_flags.h"
+
 #include <gtest/gtest.h>
 
 #include <cstddef>
 #include <cstdint>
+#include <cstring>
 #include <initializer_list>
 #include <string>
 
@@ -173,6 +176,55 @@ TEST(ScanNumber, EverydaySignsStandInForTheSettings) {
     // "1+000" is a thousand, and the sign "+" goes no longer.
     ASSERT_EQ(settings.SetNumberGroupSeparator(u"+"), ErrorCode::Success);
     ExpectScans(settings, true, {{u"1+000", 5, 1000.0}, {u"+5", 0, 0}, {u"\u22125", 2, -5.0}});
+}
+
+// Plain numbers take a quicker way through the scanner than those with an
+// exponent. "e0" put behind a number sends it the full way and scales by
+// nothing, so both ways must agree to the bit, in value, flags and length.
+TEST(ScanNumber, PlainNumbersReadAsTheFullWayDoes) {
+    NumberSettings settings;
+    NumberSettings words;
+    ASSERT_EQ(words.SetNumberDecimalSeparator(u"dot"), ErrorCode::Success);
+    ASSERT_EQ(words.SetNumberGroupSeparator(u"'"), ErrorCode::Success);
+    const struct {
+        const NumberSettings* settings;
+        const char16_t* text;
+        std::size_t length;
+    } rows[] = {
+        {&settings, u"0", 1},
+        {&settings, u"7 ft", 1},
+        {&settings, u"1,000.5 mm", 7},
+        {&settings, u"12.", 3},
+        {&settings, u"0.1", 3},
+        {&settings, u"3.14159265358979323846", 22},
+        {&settings, u"123456789012345678901234567890", 30},
+        {&settings, u"9,9,,9.25,5", 9},
+        {&settings, u"5.5.5", 3},
+        {&settings, u"5-3", 1},
+        {&settings, u"0.000000000000000000001x", 23},
+        {&words, u"3dot25'1", 6},
+        {&words, u"1'000dot", 8},
+        {&words, u"2.5", 1},
+    };
+    for (const auto& row : rows) {
+        const std::u16string text(row.text);
+        double quick = 0.0;
+        std::uint32_t quickFlags = 0;
+        const Result a = row.settings->ScanNumber(row.text, &quick, &quickFlags);
+        ASSERT_TRUE(a.Ok()) << "text of " << text.size();
+        EXPECT_EQ(a.length, row.length) << "text of " << text.size();
+        const std::u16string full = text.substr(0, a.length) + u"e0" + text.substr(a.length);
+        double value = 0.0;
+        std::uint32_t flags = 0;
+        const Result b = row.settings->ScanNumber(full.c_str(), &value, &flags);
+        ASSERT_TRUE(b.Ok()) << "text of " << text.size();
+        EXPECT_EQ(b.length, a.length + 2) << "text of " << text.size();
+        EXPECT_EQ(flags, quickFlags | NumberFlags::ExponentDigits) << "text of " << text.size();
+        std::uint64_t x = 0, y = 0;
+        std::memcpy(&x, &quick, sizeof x);
+        std::memcpy(&y, &value, sizeof y);
+        EXPECT_EQ(x, y) << "text of " << text.size();
+    }
 }
 
 }  // namespace
