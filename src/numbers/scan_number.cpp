@@ -17,51 +17,79 @@ bool IsDigitCode(int code) {
 
 Result NumberSettings::ReadNumber(const char16_t* text, double* value, std::uint32_t* flagsOut,
                                   bool everyday) const {
-    // Most numbers are digits and group separators with perhaps a decimal
-    // separator and more digits: read here in one sweep, with the same sums
-    // as below. An exponent, or a separator that is empty, sends the text to
-    // the full reading from the start.
-    if (int code = TokenAt(text); IsDigitCode(code)) {
-        double whole = 0.0, fraction = 0.0, divisor = 1.0;
-        std::uint32_t flags = NumberFlags::IntegerDigits;
+    // Most numbers are a sign perhaps, digits and group separators, perhaps a
+    // decimal separator and more digits: read here in one sweep, with the
+    // same sums as below. An exponent, or a separator or sign that is empty,
+    // sends the text to the full reading from the start.
+    {
+        int code = TokenAt(text);
         std::size_t position = 0;
-        bool point = false;
-        for (;;) {
-            if (IsDigitCode(code)) {
-                whole = whole * 10 + static_cast<double>((code - 4) / 4);
-                ++position;
-            } else if (code == NumberToken::GroupSeparator && !groupSeparator.empty()) {
-                flags |= NumberFlags::GroupSeen;
-                position += groupSeparator.size();
-            } else {
-                break;
-            }
-            if (text[position] == 0) break;
+        double sign = 1.0;
+        std::uint32_t flags = 0;
+        // A sign of its own units, or the everyday one where the settings have
+        // none, may stand in front of the digits.
+        std::size_t signLength = 0;
+        if (code == NumberToken::PositiveSign || code == NumberToken::NegativeSign) {
+            signLength = (code == NumberToken::PositiveSign ? positiveSign : negativeSign).size();
+        } else if (code == NumberToken::None && everyday && IsCommonSign(*text)) {
+            code = *text == u'+' ? NumberToken::PositiveSign : NumberToken::NegativeSign;
+            signLength = 1;
+        }
+        if (signLength > 0 && text[signLength] != 0) {
+            flags =
+                code == NumberToken::PositiveSign ? NumberFlags::PlusSign : NumberFlags::MinusSign;
+            if (code == NumberToken::NegativeSign) sign = -1.0;
+            position = signLength;
             code = TokenAt(text + position);
         }
-        if (text[position] != 0 && code == NumberToken::DecimalSeparator &&
-            !decimalSeparator.empty()) {
-            point = true;
-            flags |= NumberFlags::PointSeen;
-            position += decimalSeparator.size();
-            code = text[position] == 0 ? NumberToken::None : TokenAt(text + position);
-            while (IsDigitCode(code)) {
-                flags |= NumberFlags::FractionDigits;
-                fraction = fraction * 10 + static_cast<double>((code - 4) / 4);
-                divisor *= 10.0;
-                if (text[++position] == 0) break;
+        if (IsDigitCode(code)) {
+            double whole = 0.0, fraction = 0.0, divisor = 1.0;
+            flags |= NumberFlags::IntegerDigits;
+            bool point = false;
+            for (;;) {
+                if (IsDigitCode(code)) {
+                    whole = whole * 10 + static_cast<double>((code - 4) / 4);
+                    ++position;
+                } else if (code == NumberToken::GroupSeparator && !groupSeparator.empty()) {
+                    flags |= NumberFlags::GroupSeen;
+                    position += groupSeparator.size();
+                } else {
+                    break;
+                }
+                if (text[position] == 0) break;
                 code = TokenAt(text + position);
             }
-        }
-        // Here a sign or no token ends the number, and behind the decimal
-        // separator also a separator.
-        const bool ends = text[position] == 0 || code == NumberToken::None ||
-                          code == NumberToken::PositiveSign || code == NumberToken::NegativeSign ||
-                          (point && code != NumberToken::Exponent);
-        if (ends) {
-            *value = fraction / divisor + whole;
-            if (flagsOut != nullptr) *flagsOut = flags;
-            return Result::Done(position);
+            if (text[position] != 0 && code == NumberToken::DecimalSeparator &&
+                !decimalSeparator.empty()) {
+                point = true;
+                flags |= NumberFlags::PointSeen;
+                position += decimalSeparator.size();
+                code = text[position] == 0 ? NumberToken::None : TokenAt(text + position);
+                while (IsDigitCode(code)) {
+                    flags |= NumberFlags::FractionDigits;
+                    fraction = fraction * 10 + static_cast<double>((code - 4) / 4);
+                    divisor *= 10.0;
+                    if (text[++position] == 0) break;
+                    code = TokenAt(text + position);
+                }
+            }
+            // Here a sign or no token ends the number, and behind the decimal
+            // separator also a separator.
+            bool ends = text[position] == 0 || code == NumberToken::None ||
+                        code == NumberToken::PositiveSign || code == NumberToken::NegativeSign ||
+                        (point && code != NumberToken::Exponent);
+            if (code == NumberToken::Exponent && text[position] != 0) {
+                // An exponent letter with no digit or sign behind it is no part
+                // of the number.
+                const char16_t behind = text[position + 1];
+                ends = behind == 0 || (TokenAt(text + position + 1) == NumberToken::None &&
+                                       !(everyday && IsCommonSign(behind)));
+            }
+            if (ends) {
+                *value = (fraction / divisor + whole) * sign;
+                if (flagsOut != nullptr) *flagsOut = flags;
+                return Result::Done(position);
+            }
         }
     }
 

@@ -178,8 +178,8 @@ TEST(ScanNumber, EverydaySignsStandInForTheSettings) {
     ExpectScans(settings, true, {{u"1+000", 5, 1000.0}, {u"+5", 0, 0}, {u"\u22125", 2, -5.0}});
 }
 
-// Plain numbers take a quicker way through the scanner than those with an
-// exponent. "e0" put behind a number sends it the full way and scales by
+// Plain numbers, signed or not, take a quicker way through the scanner than
+// those with an exponent. "e0" put behind a number sends it the full way and scales by
 // nothing, so both ways must agree to the bit, in value, flags and length.
 TEST(ScanNumber, PlainNumbersReadAsTheFullWayDoes) {
     NumberSettings settings;
@@ -190,6 +190,7 @@ TEST(ScanNumber, PlainNumbersReadAsTheFullWayDoes) {
         const NumberSettings* settings;
         const char16_t* text;
         std::size_t length;
+        bool everyday = false;
     } rows[] = {
         {&settings, u"0", 1},
         {&settings, u"7 ft", 1},
@@ -205,18 +206,26 @@ TEST(ScanNumber, PlainNumbersReadAsTheFullWayDoes) {
         {&words, u"3dot25'1", 6},
         {&words, u"1'000dot", 8},
         {&words, u"2.5", 1},
+        {&settings, u"-12.5", 5},
+        {&settings, u"-0", 2},
+        {&settings, u"30E", 2},
+        {&settings, u"4.5e ft", 3},
+        {&settings, u"45-30E", 2},
+        {&settings, u"\u22127.25", 5, true},
+        {&settings, u"+3", 2, true},
+        {&settings, u"6e\u2212", 1, false},
     };
     for (const auto& row : rows) {
         const std::u16string text(row.text);
         double quick = 0.0;
         std::uint32_t quickFlags = 0;
-        const Result a = row.settings->ScanNumber(row.text, &quick, &quickFlags);
+        const Result a = row.settings->ScanNumber(row.text, &quick, &quickFlags, row.everyday);
         ASSERT_TRUE(a.Ok()) << "text of " << text.size();
         EXPECT_EQ(a.length, row.length) << "text of " << text.size();
         const std::u16string full = text.substr(0, a.length) + u"e0" + text.substr(a.length);
         double value = 0.0;
         std::uint32_t flags = 0;
-        const Result b = row.settings->ScanNumber(full.c_str(), &value, &flags);
+        const Result b = row.settings->ScanNumber(full.c_str(), &value, &flags, row.everyday);
         ASSERT_TRUE(b.Ok()) << "text of " << text.size();
         EXPECT_EQ(b.length, a.length + 2) << "text of " << text.size();
         EXPECT_EQ(flags, quickFlags | NumberFlags::ExponentDigits) << "text of " << text.size();
