@@ -41,8 +41,10 @@ ErrorCode OpenBearing(SymbolList& list, SymbolList::iterator& position,
     if (letter.next() != list.end()) {
         list.Erase(letter);
         const SymbolList::iterator last = list.end().previous();
-        const auto* end = dynamic_cast<const BearingEndSymbol*>(last.symbol());
-        if (end == nullptr) return ErrorCode::ParseFailure;
+        // East and West are the two classes of a bearing's end.
+        const ParseKind kind = last.symbol()->Kind();
+        if (kind != ParseKind::East && kind != ParseKind::West) return ErrorCode::ParseFailure;
+        const auto* end = static_cast<const BearingEndSymbol*>(last.symbol());
         end->ReplaceOpened(list, last, north);
         position = list.begin();
         return ErrorCode::Success;
