@@ -42,6 +42,11 @@ Result NumberSettings::ReadNumber(const char16_t* text, double* value, std::uint
             position = signLength;
             code = TokenAt(text + position);
         }
+        // An exponent letter or a group separator cannot begin a number.
+        if (code == NumberToken::Exponent ||
+            (code == NumberToken::GroupSeparator && !groupSeparator.empty())) {
+            return Result::Fail(ErrorCode::ParseFailure);
+        }
         if (IsDigitCode(code)) {
             double whole = 0.0, fraction = 0.0, divisor = 1.0;
             flags |= NumberFlags::IntegerDigits;

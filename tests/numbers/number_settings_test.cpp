@@ -178,6 +178,22 @@ TEST(ScanNumber, EverydaySignsStandInForTheSettings) {
     ExpectScans(settings, true, {{u"1+000", 5, 1000.0}, {u"+5", 0, 0}, {u"\u22125", 2, -5.0}});
 }
 
+// An exponent letter or a separator begins no number, signed or not; a
+// decimal separator does.
+TEST(ScanNumber, WhatBeginsANumber) {
+    NumberSettings settings;
+    for (const bool everyday : {false, true}) {
+        ExpectScans(settings, everyday,
+                    {{u"e5", 0, 0},
+                     {u"E", 0, 0},
+                     {u",5", 0, 0},
+                     {u"-e5", 0, 0},
+                     {u"-,5", 0, 0},
+                     {u".5", 2, 0.5},
+                     {u"-.5e1", 5, -5.0}});
+    }
+}
+
 // Plain numbers, signed or not, take a quicker way through the scanner than
 // those with an exponent. "e0" put behind a number sends it the full way and scales by
 // nothing, so both ways must agree to the bit, in value, flags and length.
