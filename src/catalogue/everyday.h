@@ -43,6 +43,12 @@ public:
     // The symbol that reads in place of a catalogue symbol: its everyday
     // meaning where the list replaces it, else the symbol itself.
     const IParseSymbol* Substitute(const IParseSymbol* symbol, bool us) const {
+        // Most symbols lie outside the span of the few replaced ones.
+        const std::less<const IParseSymbol*> below;
+        if (replaced.empty() || below(symbol, replaced.front().first) ||
+            below(replaced.back().first, symbol)) {
+            return symbol;
+        }
         auto at = std::lower_bound(replaced.begin(), replaced.end(), symbol, BySymbol{});
         if (at == replaced.end() || at->first != symbol) return symbol;
         const IParseSymbol* meaning = at->second->For(us);
