@@ -79,20 +79,24 @@ bool MarkCompactBearing(SymbolList& list, const BearingMarks& marks) {
     }
     if (to == nullptr) return false;
 
-    double values[3] = {};
-    std::uint32_t flags[3] = {};
-    for (int i = 0; i < count; ++i) {
-        values[i] = std::fabs(parts[i]->value);
-        flags[i] = parts[i]->flags & ~NumberFlags::MinusSign;
-    }
+    // Rewritten in place: the blanks go, each number loses its dash and
+    // takes its mark behind it.
     const IParseSymbol* partMarks[3] = {marks.degree, marks.prime, marks.doublePrime};
-    list.Clear();
-    list.PushBack(from);
-    for (int i = 0; i < count; ++i) {
-        list.PushBackNew<NumberSymbol>(values[i], flags[i]);
-        list.PushBack(partMarks[i]);
+    int index = 0;
+    for (auto at = list.begin(); at != list.end();) {
+        if (IsSpace(at)) {
+            at = list.Erase(at);
+            continue;
+        }
+        if (const NumberSymbol* number = at.symbol()->AsNumber()) {
+            list.Replace<NumberSymbol>(at, std::fabs(number->value),
+                                       number->flags & ~NumberFlags::MinusSign);
+            ++at;
+            list.Insert(at, partMarks[index++]);
+            continue;
+        }
+        ++at;
     }
-    list.PushBack(to);
     return true;
 }
 
