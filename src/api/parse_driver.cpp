@@ -112,6 +112,12 @@ ErrorCode FormatterImpl::ReadText(const char16_t* text, double& value, const Dim
         if (custom != ErrorCode::Failure) return custom;
     }
 
+    if (!forms && trace == nullptr && list.size() == 1 &&
+        ReadNumberAndUnit(cursor, list.begin().symbol()->AsNumber()->value, value, dimensions,
+                          everyday)) {
+        return ErrorCode::Success;
+    }
+
     if (Scan(text, cursor, list, everyday, forms, trace) != ErrorCode::Success) {
         return ErrorCode::ParseFailure;
     }
@@ -137,6 +143,45 @@ ErrorCode FormatterImpl::ReadText(const char16_t* text, double& value, const Dim
         if (EvaluateList(list, dimensions) != ErrorCode::Success) return ErrorCode::ParseFailure;
     }
     return ReadResult(list, value, dimensions);
+}
+
+bool FormatterImpl::ReadNumberAndUnit(const char16_t* cursor, double number, double& value,
+                                      const Dimensions& dimensions,
+                                      const EverydayVocabulary* everyday) const {
+    // The scan has found no number at cursor; it looks a key up there, and
+    // behind a blank, which the evaluation drops after a number, once more
+    // where no number begins.
+    const ParseDictionary& dictionary = UnitCatalog::Instance().Dictionary();
+    std::size_t matched = 0;
+    const bool us = localeId == kEnglish;
+    auto lookUp = [&]() -> const IParseSymbol* {
+        const IParseSymbol* found = dictionary.FindLongest(cursor, &matched);
+        return found != nullptr && everyday != nullptr ? everyday->Substitute(found, us) : found;
+    };
+    const IParseSymbol* symbol = lookUp();
+    if (symbol == nullptr) return false;
+    if (symbol->Kind() == ParseKind::Space) {
+        cursor += matched;
+        double ignored = 0.0;
+        std::uint32_t flags = 0;
+        if (numbers.ScanNumber(cursor, &ignored, &flags, everyday != nullptr).Ok()) return false;
+        symbol = lookUp();
+        if (symbol == nullptr) return false;
+    }
+    // A key that ends the text has no exponent behind it to be cut for.
+    if (cursor[matched] != 0) return false;
+    // Only a plain operand joins the number before it and nothing else; the
+    // result is the number in base units, which must have the target's
+    // exponents.
+    if (symbol->Kind() != ParseKind::Operand) return false;
+    const UnitConverter& converter = symbol->AsOperand()->GetConverter();
+    double base = 0.0;
+    if (converter.DirectToBase(number, base, converter.GetDimensions()) != ErrorCode::Success ||
+        !SameDimensions(converter.GetDimensions(), dimensions)) {
+        return false;
+    }
+    value = base;
+    return true;
 }
 
 ErrorCode FormatterImpl::Scan(const char16_t* text, const char16_t* cursor, SymbolList& list,
