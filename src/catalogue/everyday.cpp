@@ -1,12 +1,15 @@
 // Builds the everyday vocabulary from everyday.inc and the catalogue.
 #include "catalogue/everyday.h"
 
+#include <array>
 #include <cstdlib>
+#include <iterator>
 #include <string>
 #include <string_view>
 #include <vector>
 
 #include "base/unit_id.h"
+#include "catalogue/dictionary_keys.h"
 #include "catalogue/unit_catalog.h"
 #include "catalogue/vocabulary.h"
 #include "grammar/parse_symbol.h"
@@ -89,67 +92,112 @@ constexpr const char16_t* kProducts[] = {
 constexpr char16_t kMicroSign = u'\u00B5';
 constexpr char16_t kGreekMu = u'\u03BC';
 
+// How many symbols the lines replace.
+constexpr std::size_t CountReplacing() {
+    std::size_t count = 0;
+    for (const Line& line : kLines) {
+        if (line.kind == Kind::Meaning || line.kind == Kind::MeaningInUS) ++count;
+    }
+    return count;
+}
+
+// The names that may take a plural: the first entry of every English line
+// that has a key, its text and its further keys.
+constexpr std::size_t CountPluralNames() {
+    std::size_t count = 0;
+    for (const auto& line : Vocabulary::kEnglishTypes) {
+        const Vocabulary::EnglishEntry& name = line.entries[0];
+        if (!(name.marks & Vocabulary::NoKey)) count += 1 + name.keys.size();
+    }
+    return count;
+}
+
+// The catalogue keys that hold the micro sign, in the order of a walk of the
+// dictionary (by their units, a key before the keys it begins), each once.
+constexpr bool HoldsMicroSign(const char16_t* key) {
+    for (; *key != 0; ++key) {
+        if (*key == kMicroSign) return true;
+    }
+    return false;
+}
+
+constexpr bool Before(const char16_t* a, const char16_t* b) {
+    while (*a != 0 && *a == *b) {
+        ++a;
+        ++b;
+    }
+    return *a < *b;
+}
+
+constexpr std::size_t CountMicroKeys() {
+    std::size_t count = 0;
+    DictionaryKeys::ForEachKey([&count](const char16_t* key, std::size_t) {
+        if (HoldsMicroSign(key)) ++count;
+    });
+    return count;
+}
+
+struct MicroKeys {
+    std::array<const char16_t*, CountMicroKeys()> keys{};
+    std::size_t count = 0;
+};
+
+constexpr MicroKeys SortMicroKeys() {
+    MicroKeys sorted;
+    DictionaryKeys::ForEachKey([&sorted](const char16_t* key, std::size_t) {
+        if (!HoldsMicroSign(key)) return;
+        std::size_t at = sorted.count;
+        while (at > 0 && Before(key, sorted.keys[at - 1])) --at;
+        if (at > 0 && !Before(sorted.keys[at - 1], key)) return;  // claimed twice
+        for (std::size_t i = sorted.count; i > at; --i) sorted.keys[i] = sorted.keys[i - 1];
+        sorted.keys[at] = key;
+        ++sorted.count;
+    });
+    return sorted;
+}
+constexpr MicroKeys kMicroKeys = SortMicroKeys();
+
+// Every line, plural, prefixed symbol, micro key and product adds one
+// meaning at most, and the lines and prefixed symbols one scaled unit each.
+constexpr std::size_t kMostMeanings = std::size(kLines) + CountPluralNames() +
+                                      std::size(kPrefixed) * std::size(kPrefixes) +
+                                      kMicroKeys.count + std::size(kProducts);
+constexpr std::size_t kMostScaled = std::size(kLines) + std::size(kPrefixed) * std::size(kPrefixes);
+
 bool IsLetter(char16_t unit) {
     return (unit >= u'a' && unit <= u'z') || (unit >= u'A' && unit <= u'Z');
 }
 
-// The plural of one English word; empty where the word takes none of its own
-// ("hertz", "siemens", "lux") or is no plain word.
-std::u16string PluralOfWord(std::u16string_view word) {
-    if (word.size() < 2) return {};
+bool AllLetters(std::u16string_view word) {
     for (char16_t unit : word) {
-        if (!IsLetter(unit)) return {};
+        if (!IsLetter(unit)) return false;
     }
-    if (word == u"foot") return u"feet";
-    const char16_t last = word.back();
-    const char16_t before = word[word.size() - 2];
-    if (last == u's' || last == u'x' || last == u'z') return {};
-    std::u16string plural(word);
-    if ((before == u'c' || before == u's') && last == u'h') return plural + u"es";
-    if (last == u'y' && std::u16string_view(u"aeiou").find(before) == std::u16string_view::npos) {
-        plural.pop_back();
-        return plural + u"ies";
-    }
-    return plural + u"s";
+    return true;
 }
 
-// The plural of a unit's spelled name: its head noun takes it, the word
-// before "per" ("meters per second") or else the last word, unless that word
-// qualifies the one before it ("degrees Celsius", "pounds force").
-std::u16string PluralOfName(std::u16string_view name) {
-    std::vector<std::u16string_view> words;
-    for (std::size_t start = 0; start <= name.size();) {
-        std::size_t end = name.find(u' ', start);
-        if (end == std::u16string_view::npos) end = name.size();
-        words.push_back(name.substr(start, end - start));
-        start = end + 1;
+// Appends the plural of one English word to out; false where the word takes
+// none of its own ("hertz", "siemens", "lux") or is no plain word.
+bool AppendPluralOfWord(std::u16string_view word, std::u16string& out) {
+    if (word.size() < 2 || !AllLetters(word)) return false;
+    if (word == u"foot") {
+        out += u"feet";
+        return true;
     }
-    std::size_t head = words.size() - 1;
-    for (std::size_t i = 1; i < words.size(); ++i) {
-        if (words[i] == u"per") {
-            head = i - 1;
-            break;
-        }
+    const char16_t last = word.back();
+    const char16_t before = word[word.size() - 2];
+    if (last == u's' || last == u'x' || last == u'z') return false;
+    if ((before == u'c' || before == u's') && last == u'h') {
+        out += word;
+        out += u"es";
+    } else if (last == u'y' &&
+               std::u16string_view(u"aeiou").find(before) == std::u16string_view::npos) {
+        out += word.substr(0, word.size() - 1);
+        out += u"ies";
+    } else {
+        out += word;
+        out += u's';
     }
-    for (std::u16string_view qualifier :
-         {u"Celsius", u"Fahrenheit", u"Rankine", u"Kelvin", u"force", u"mass"}) {
-        if (head > 0 && words[head] == qualifier) --head;
-    }
-    std::u16string plural;
-    for (std::size_t i = 0; i < words.size(); ++i) {
-        if (i > 0) plural += u' ';
-        if (i != head) {
-            for (char16_t unit : words[i]) {
-                if (!IsLetter(unit)) return {};
-            }
-            plural += words[i];
-            continue;
-        }
-        const std::u16string word = PluralOfWord(words[i]);
-        if (word.empty()) return {};
-        plural += word;
-    }
-    return plural;
+    return true;
 }
 
 }  // namespace
@@ -157,9 +205,16 @@ std::u16string PluralOfName(std::u16string_view name) {
 class EverydayBuilder {
 public:
     EverydayBuilder(EverydayVocabulary& vocabulary, const UnitCatalog& catalog)
-        : out(vocabulary), catalog(catalog) {}
+        : out(vocabulary), catalog(catalog) {
+        text.reserve(128);
+        words.reserve(16);
+    }
 
     void Build() {
+        // Meanings and scaled units are pointed to: their room is made once.
+        out.meanings.reserve(kMostMeanings);
+        out.scaled.reserve(kMostScaled);
+        out.replaced.reserve(CountReplacing());
         for (const Line& line : kLines) AddLine(line);
         AddPlurals();
         AddPrefixes();
@@ -172,12 +227,24 @@ public:
     }
 
 private:
-    // The symbol that owns exactly `key` in the catalogue, or null.
-    const IParseSymbol* Known(std::u16string_view key) const {
-        const std::u16string text(key);
+    // The symbol that owns exactly `key`, a text with its terminator, in the
+    // catalogue, or null.
+    const IParseSymbol* Known(const char16_t* key) const {
         std::size_t matched = 0;
-        const IParseSymbol* symbol = catalog.Dictionary().FindLongest(text.c_str(), &matched);
-        return symbol != nullptr && matched == key.size() ? symbol : nullptr;
+        const IParseSymbol* symbol = catalog.Dictionary().FindLongest(key, &matched);
+        return symbol != nullptr && key[matched] == 0 ? symbol : nullptr;
+    }
+
+    EverydayMeaning* NewMeaning(const IParseSymbol* everywhere, const IParseSymbol* inUS) {
+        if (out.meanings.size() == out.meanings.capacity()) std::abort();  // kMostMeanings is short
+        out.meanings.push_back({everywhere, inUS});
+        return &out.meanings.back();
+    }
+
+    const IParseSymbol* NewScaled(const UnitConverter& converter, double scale) {
+        if (out.scaled.size() == out.scaled.capacity()) std::abort();  // kMostScaled is short
+        out.scaled.emplace_back(converter.GetDimensions(), converter.GetFactor() * scale);
+        return &out.scaled.back();
     }
 
     // `scale` times the unit: the unit's own first symbol at scale 1, so
@@ -191,30 +258,29 @@ private:
         }
         const UnitConverter* converter = catalog.Units().FindConverter(unit);
         if (converter == nullptr) std::abort();
-        out.scaled.push_back(std::make_unique<GenericOperand>(converter->GetDimensions(),
-                                                              converter->GetFactor() * scale));
-        return out.scaled.back().get();
+        return NewScaled(*converter, scale);
     }
 
-    EverydayMeaning* MeaningOfWord(const std::u16string& key) {
-        std::size_t matched = 0;
-        const EverydayMeaning* found = out.words.FindLongest(key.c_str(), &matched);
-        if (found != nullptr && matched == key.size()) return const_cast<EverydayMeaning*>(found);
-        return nullptr;
+    // Adds `key`, a text with its terminator, to the vocabulary with a new
+    // meaning. Else, where the vocabulary has it already, returns the meaning
+    // that it has.
+    EverydayMeaning* Insert(const char16_t* key, const IParseSymbol* everywhere,
+                            const IParseSymbol* inUS) {
+        const EverydayMeaning* meaning = NewMeaning(everywhere, inUS);
+        const EverydayMeaning* holder = nullptr;
+        if (out.words.Insert(key, meaning, holder) == 0) return nullptr;
+        out.meanings.pop_back();
+        return const_cast<EverydayMeaning*>(holder);
     }
 
-    // Adds a key, unless the catalogue or the vocabulary has it already.
-    void AddWord(std::u16string_view key, const IParseSymbol* everywhere,
-                 const IParseSymbol* inUS) {
-        const std::u16string text(key);
+    // Adds a key, unless the catalogue has it already; where the vocabulary
+    // has it, fills in the locales that its meaning lacks.
+    void AddWord(const char16_t* key, const IParseSymbol* everywhere, const IParseSymbol* inUS) {
         if (Known(key) != nullptr) return;
-        if (EverydayMeaning* meaning = MeaningOfWord(text)) {
+        if (EverydayMeaning* meaning = Insert(key, everywhere, inUS)) {
             if (meaning->everywhere == nullptr) meaning->everywhere = everywhere;
             if (meaning->inUS == nullptr) meaning->inUS = inUS;
-            return;
         }
-        out.meanings.push_back({everywhere, inUS});
-        out.words.Insert(text.c_str(), &out.meanings.back());
     }
 
     void AddLine(const Line& line) {
@@ -237,8 +303,7 @@ private:
             if (symbol == owner) entry = const_cast<EverydayMeaning*>(existing);
         }
         if (entry == nullptr) {
-            out.meanings.push_back({});
-            entry = &out.meanings.back();
+            entry = NewMeaning(nullptr, nullptr);
             out.replaced.emplace_back(owner, entry);
         }
         (line.kind == Kind::Meaning ? entry->everywhere : entry->inUS) = meaning;
@@ -250,15 +315,50 @@ private:
         for (const auto& line : Vocabulary::kEnglishTypes) {
             const Vocabulary::EnglishEntry& name = line.entries[0];
             if (name.marks & Vocabulary::NoKey) continue;
-            AddPlural(name.text);
+            AddPlural(name.text.data());
             for (const char16_t* key : name.keys) AddPlural(key);
         }
     }
 
-    void AddPlural(std::u16string_view name) {
-        const std::u16string plural = PluralOfName(name);
-        if (plural.empty()) return;
-        if (const IParseSymbol* symbol = Known(name)) AddWord(plural, symbol, nullptr);
+    void AddPlural(const char16_t* name) {
+        if (!PluralOfName(name)) return;
+        if (const IParseSymbol* symbol = Known(name)) AddWord(text.c_str(), symbol, nullptr);
+    }
+
+    // The plural of a unit's spelled name into `text`: its head noun takes
+    // it, the word before "per" ("meters per second") or else the last word,
+    // unless that word qualifies the one before it ("degrees Celsius",
+    // "pounds force"). False where the name takes none.
+    bool PluralOfName(std::u16string_view name) {
+        words.clear();
+        for (std::size_t start = 0; start <= name.size();) {
+            std::size_t end = name.find(u' ', start);
+            if (end == std::u16string_view::npos) end = name.size();
+            words.push_back(name.substr(start, end - start));
+            start = end + 1;
+        }
+        std::size_t head = words.size() - 1;
+        for (std::size_t i = 1; i < words.size(); ++i) {
+            if (words[i] == u"per") {
+                head = i - 1;
+                break;
+            }
+        }
+        for (std::u16string_view qualifier :
+             {u"Celsius", u"Fahrenheit", u"Rankine", u"Kelvin", u"force", u"mass"}) {
+            if (head > 0 && words[head] == qualifier) --head;
+        }
+        text.clear();
+        for (std::size_t i = 0; i < words.size(); ++i) {
+            if (i > 0) text += u' ';
+            if (i == head) {
+                if (!AppendPluralOfWord(words[i], text)) return false;
+            } else {
+                if (!AllLetters(words[i])) return false;
+                text += words[i];
+            }
+        }
+        return true;
     }
 
     void AddPrefixes() {
@@ -266,13 +366,12 @@ private:
             const UnitConverter* converter = catalog.Units().FindConverter(base.unit);
             if (converter == nullptr) std::abort();
             for (const Prefix& prefix : kPrefixes) {
-                std::u16string key(prefix.text);
-                key += base.symbol;
-                if (Known(key) != nullptr || MeaningOfWord(key) != nullptr) continue;
-                out.scaled.push_back(std::make_unique<GenericOperand>(
-                    converter->GetDimensions(),
-                    converter->GetFactor() * base.scale * prefix.factor));
-                AddWord(key, out.scaled.back().get(), nullptr);
+                text.assign(prefix.text);
+                text += base.symbol;
+                if (Known(text.c_str()) != nullptr) continue;
+                // A key that the vocabulary has already keeps its meaning.
+                const IParseSymbol* scaled = NewScaled(*converter, base.scale * prefix.factor);
+                if (Insert(text.c_str(), scaled, nullptr) != nullptr) out.scaled.pop_back();
             }
         }
     }
@@ -280,17 +379,23 @@ private:
     // The catalogue writes micro with the micro sign; the Greek mu, which
     // looks the same, reads alike.
     void AddGreekMu() {
-        for (auto [key, symbol] : catalog.Dictionary().Keys()) {
-            if (key.find(kMicroSign) == std::u16string::npos) continue;
-            for (char16_t& unit : key) {
+        for (std::size_t i = 0; i < kMicroKeys.count; ++i) {
+            const char16_t* key = kMicroKeys.keys[i];
+            const IParseSymbol* symbol = Known(key);
+            if (symbol == nullptr) std::abort();  // the catalogue lost a key of its lists
+            text.assign(key);
+            for (char16_t& unit : text) {
                 if (unit == kMicroSign) unit = kGreekMu;
             }
-            AddWord(key, symbol, nullptr);
+            AddWord(text.c_str(), symbol, nullptr);
         }
     }
 
     EverydayVocabulary& out;
     const UnitCatalog& catalog;
+    // Scratch for the keys that the builder spells out, and the words of a name.
+    std::u16string text;
+    std::vector<std::u16string_view> words;
 };
 
 EverydayVocabulary::EverydayVocabulary(const UnitCatalog& catalog) {

@@ -8,7 +8,6 @@
 
 #include <algorithm>
 #include <cstddef>
-#include <deque>
 #include <functional>
 #include <memory>
 #include <utility>
@@ -87,8 +86,10 @@ public:
 
 private:
     friend class EverydayBuilder;
-    std::deque<EverydayMeaning> meanings;
-    std::vector<std::unique_ptr<GenericOperand>> scaled;
+    // Both are reserved before the build and never grow past their room:
+    // the words and the replaced symbols point into them.
+    std::vector<EverydayMeaning> meanings;
+    std::vector<GenericOperand> scaled;
     RadixTree<const EverydayMeaning*> words;
     Operators marks;
     using Replaced = std::pair<const IParseSymbol*, const EverydayMeaning*>;
