@@ -1,6 +1,7 @@
 // Builds the everyday vocabulary from everyday.inc and the catalogue.
 #include "catalogue/everyday.h"
 
+#include <algorithm>
 #include <array>
 #include <cstdlib>
 #include <iterator>
@@ -11,6 +12,9 @@
 #include "base/unit_id.h"
 #include "catalogue/dictionary_keys.h"
 #include "catalogue/unit_catalog.h"
+
+// The pools of the parse dictionary, written by mensura_generate_dictionary.
+#include "catalogue/dictionary_layout.inc"
 #include "catalogue/vocabulary.h"
 #include "grammar/parse_symbol.h"
 
@@ -101,15 +105,116 @@ constexpr std::size_t CountReplacing() {
     return count;
 }
 
-// The names that may take a plural: the first entry of every English line
-// that has a key, its text and its further keys.
-constexpr std::size_t CountPluralNames() {
-    std::size_t count = 0;
-    for (const auto& line : Vocabulary::kEnglishTypes) {
-        const Vocabulary::EnglishEntry& name = line.entries[0];
-        if (!(name.marks & Vocabulary::NoKey)) count += 1 + name.keys.size();
+// Which texts are keys of the catalogue is known at compile time: the build
+// lays its dictionary out from the vocabularies, and every catalogue is read
+// through that layout. The keys that the builder spells out (plurals,
+// prefixed symbols, the Greek mu) are spelled here, and those that the
+// catalogue has already are left out, so that the load neither spells nor
+// looks up a key in vain.
+constexpr bool InCatalogue(std::u16string_view key) {
+    using RadixLayout::Form;
+    const RadixLayout::Node<std::uint16_t>* node = &DictionaryLayout::kRoot;
+    std::size_t at = 0;
+    for (;;) {
+        if (at == key.size()) return node->value != 0;
+        if (node->form == Form::Branch) {
+            const RadixLayout::Edge* edge = DictionaryLayout::kEdges + node->first;
+            const RadixLayout::Edge* const end = edge + node->count;
+            while (edge != end && edge->unit != key[at]) ++edge;
+            if (edge == end) return false;
+            node = DictionaryLayout::kNodes + edge->child;
+            ++at;
+        } else if (node->form == Form::Run) {
+            for (RadixLayout::Index n = 0; n < node->count; ++n, ++at) {
+                if (at == key.size() || DictionaryLayout::kUnits[node->first + n] != key[at]) {
+                    return false;
+                }
+            }
+            node = DictionaryLayout::kNodes + node->link;
+        } else {
+            return false;
+        }
     }
-    return count;
+}
+
+// Writes texts into an array; without one, counts their units.
+struct Writer {
+    char16_t* units = nullptr;
+    std::size_t size = 0;
+    constexpr void Put(char16_t unit) {
+        if (units != nullptr) units[size] = unit;
+        ++size;
+    }
+    constexpr void Put(std::u16string_view text) {
+        for (char16_t unit : text) Put(unit);
+    }
+};
+
+// Texts spelled at compile time, one after another with their terminators,
+// each with a note of what it stands for.
+template <typename Note, std::size_t Units, std::size_t Count>
+struct Spelled {
+    struct Entry {
+        Note note;
+        std::size_t at;  // the text's first unit in `units`
+    };
+    std::array<char16_t, Units> units{};
+    std::array<Entry, Count> entries{};
+    std::size_t unitCount = 0;
+    std::size_t count = 0;
+    constexpr const char16_t* Text(std::size_t i) const { return units.data() + entries[i].at; }
+};
+
+// How many texts, and units with their terminators, spelling gives at most:
+// spell(emit) calls emit(note, write) for every text, where write(writer)
+// writes the text, or returns false, with nothing written, where there is none.
+struct Size {
+    std::size_t units = 0;
+    std::size_t count = 0;
+};
+template <typename Spell>
+constexpr Size SizeOf(Spell spell) {
+    Writer counter;
+    Size size;
+    spell([&](auto, auto write) {
+        if (!write(counter)) return;
+        counter.Put(u'\0');
+        ++size.count;
+    });
+    size.units = counter.size;
+    return size;
+}
+
+// The texts that spelling gives and the catalogue lacks.
+template <typename Note, std::size_t Units, std::size_t Count, typename Spell>
+constexpr Spelled<Note, Units, Count> SpellNew(Spell spell) {
+    Spelled<Note, Units, Count> spelled;
+    Writer out{spelled.units.data()};
+    spell([&](Note note, auto write) {
+        const std::size_t at = out.size;
+        if (!write(out)) return;
+        if (InCatalogue({spelled.units.data() + at, out.size - at})) {
+            out.size = at;
+            return;
+        }
+        out.Put(u'\0');
+        spelled.entries[spelled.count++] = {note, at};
+    });
+    spelled.unitCount = out.size;
+    return spelled;
+}
+
+// The same texts in arrays of their exact size.
+template <std::size_t Units, std::size_t Count, typename Note, std::size_t U, std::size_t C>
+constexpr Spelled<Note, Units, Count> Trim(const Spelled<Note, U, C>& draft) {
+    Spelled<Note, Units, Count> trimmed;
+    for (std::size_t i = 0; i < Units; ++i) trimmed.units[i] = draft.units[i];
+    for (std::size_t i = 0; i < Count; ++i) {
+        trimmed.entries[i] = {draft.entries[i].note, draft.entries[i].at};
+    }
+    trimmed.unitCount = Units;
+    trimmed.count = Count;
+    return trimmed;
 }
 
 // The catalogue keys that hold the micro sign, in the order of a walk of the
@@ -157,64 +262,184 @@ constexpr MicroKeys SortMicroKeys() {
 }
 constexpr MicroKeys kMicroKeys = SortMicroKeys();
 
-// Every line, plural, prefixed symbol, micro key and product adds one
-// meaning at most, and the lines and prefixed symbols one scaled unit each.
-constexpr std::size_t kMostMeanings = std::size(kLines) + CountPluralNames() +
-                                      std::size(kPrefixed) * std::size(kPrefixes) +
-                                      kMicroKeys.count + std::size(kProducts);
-constexpr std::size_t kMostScaled = std::size(kLines) + std::size(kPrefixed) * std::size(kPrefixes);
+// The catalogue writes micro with the micro sign; the Greek mu, which looks
+// the same, reads alike. Each key with the mu, noted with the key it stands for.
+struct SpellGreekMu {
+    template <typename Emit>
+    constexpr void operator()(Emit&& emit) const {
+        for (std::size_t i = 0; i < kMicroKeys.count; ++i) {
+            const char16_t* key = kMicroKeys.keys[i];
+            emit(key, [key](Writer& out) {
+                for (const char16_t* unit = key; *unit != 0; ++unit) {
+                    out.Put(*unit == kMicroSign ? kGreekMu : *unit);
+                }
+                return true;
+            });
+        }
+    }
+};
 
-bool IsLetter(char16_t unit) {
+// Every prefix before every symbol that takes them, noted with the places of both.
+struct PrefixNote {
+    std::size_t base;
+    std::size_t prefix;
+};
+struct SpellPrefixed {
+    template <typename Emit>
+    constexpr void operator()(Emit&& emit) const {
+        for (std::size_t base = 0; base < std::size(kPrefixed); ++base) {
+            for (std::size_t prefix = 0; prefix < std::size(kPrefixes); ++prefix) {
+                emit(PrefixNote{base, prefix}, [base, prefix](Writer& out) {
+                    out.Put(kPrefixes[prefix].text);
+                    out.Put(kPrefixed[base].symbol);
+                    return true;
+                });
+            }
+        }
+    }
+};
+
+constexpr bool IsLetter(char16_t unit) {
     return (unit >= u'a' && unit <= u'z') || (unit >= u'A' && unit <= u'Z');
 }
 
-bool AllLetters(std::u16string_view word) {
+constexpr bool AllLetters(std::u16string_view word) {
     for (char16_t unit : word) {
         if (!IsLetter(unit)) return false;
     }
     return true;
 }
 
-// Appends the plural of one English word to out; false where the word takes
-// none of its own ("hertz", "siemens", "lux") or is no plain word.
-bool AppendPluralOfWord(std::u16string_view word, std::u16string& out) {
+// Writes the plural of one English word; false where the word takes none of
+// its own ("hertz", "siemens", "lux") or is no plain word.
+constexpr bool PluralOfWord(std::u16string_view word, Writer& out) {
     if (word.size() < 2 || !AllLetters(word)) return false;
     if (word == u"foot") {
-        out += u"feet";
+        out.Put(u"feet");
         return true;
     }
     const char16_t last = word.back();
     const char16_t before = word[word.size() - 2];
     if (last == u's' || last == u'x' || last == u'z') return false;
     if ((before == u'c' || before == u's') && last == u'h') {
-        out += word;
-        out += u"es";
+        out.Put(word);
+        out.Put(u"es");
     } else if (last == u'y' &&
                std::u16string_view(u"aeiou").find(before) == std::u16string_view::npos) {
-        out += word.substr(0, word.size() - 1);
-        out += u"ies";
+        out.Put(word.substr(0, word.size() - 1));
+        out.Put(u"ies");
     } else {
-        out += word;
-        out += u's';
+        out.Put(word);
+        out.Put(u's');
     }
     return true;
 }
+
+// The words that qualify the one before them, which then takes the plural.
+constexpr std::u16string_view kQualifiers[] = {u"Celsius", u"Fahrenheit", u"Rankine",
+                                               u"Kelvin",  u"force",      u"mass"};
+constexpr std::size_t kMostWords = 16;
+
+// Writes the plural of a unit's spelled name: its head noun takes it, the
+// word before "per" ("meters per second") or else the last word, unless
+// that word qualifies the one before it ("degrees Celsius", "pounds force").
+// False, with nothing written, where the name takes none.
+constexpr bool PluralOfName(std::u16string_view name, Writer& out) {
+    std::array<std::u16string_view, kMostWords> words{};
+    std::size_t count = 0;
+    for (std::size_t start = 0; start <= name.size();) {
+        std::size_t end = name.find(u' ', start);
+        if (end == std::u16string_view::npos) end = name.size();
+        words[count++] = name.substr(start, end - start);
+        start = end + 1;
+    }
+    std::size_t head = count - 1;
+    for (std::size_t i = 1; i < count; ++i) {
+        if (words[i] == u"per") {
+            head = i - 1;
+            break;
+        }
+    }
+    for (std::u16string_view qualifier : kQualifiers) {
+        if (head > 0 && words[head] == qualifier) --head;
+    }
+    const std::size_t start = out.size;
+    for (std::size_t i = 0; i < count; ++i) {
+        if (i > 0) out.Put(u' ');
+        if (i == head ? !PluralOfWord(words[i], out) : !AllLetters(words[i])) {
+            out.size = start;
+            return false;
+        }
+        if (i != head) out.Put(words[i]);
+    }
+    return true;
+}
+
+// "meters", "feet", "square inches", "degrees Celsius": the plural of the
+// first entry of every English line that has a key, of its text and of its
+// further keys, noted with the name.
+template <typename Visit>
+constexpr void ForEachName(Visit&& visit) {
+    for (const auto& line : Vocabulary::kEnglishTypes) {
+        const Vocabulary::EnglishEntry& name = line.entries[0];
+        if (name.marks & Vocabulary::NoKey) continue;
+        visit(name.text.data());
+        for (const char16_t* key : name.keys) visit(key);
+    }
+}
+
+constexpr std::size_t MostWordsInAName() {
+    std::size_t most = 0;
+    ForEachName([&most](const char16_t* name) {
+        std::size_t words = 1;
+        for (; *name != 0; ++name) words += *name == u' ';
+        most = std::max(most, words);
+    });
+    return most;
+}
+static_assert(MostWordsInAName() <= kMostWords, "a name has more words than PluralOfName holds");
+
+struct SpellPlurals {
+    template <typename Emit>
+    constexpr void operator()(Emit&& emit) const {
+        ForEachName([&emit](const char16_t* name) {
+            emit(name, [name](Writer& out) { return PluralOfName(name, out); });
+        });
+    }
+};
+
+// The keys that a spelling gives and the catalogue lacks, in arrays of their
+// exact size.
+template <typename Note, typename Spell>
+constexpr auto SpellNewKeys() {
+    constexpr Size most = SizeOf(Spell{});
+    constexpr auto draft = SpellNew<Note, most.units, most.count>(Spell{});
+    return Trim<draft.unitCount, draft.count>(draft);
+}
+constexpr auto kPlurals = SpellNewKeys<const char16_t*, SpellPlurals>();
+constexpr auto kPrefixedKeys = SpellNewKeys<PrefixNote, SpellPrefixed>();
+constexpr auto kGreekMuKeys = SpellNewKeys<const char16_t*, SpellGreekMu>();
+
+// Every line, plural, prefixed symbol, mu key and product adds one meaning
+// at most, and the lines and prefixed symbols one scaled unit each.
+constexpr std::size_t kMostMeanings = std::size(kLines) + kPlurals.count + kPrefixedKeys.count +
+                                      kGreekMuKeys.count + std::size(kProducts);
+constexpr std::size_t kMostScaled = std::size(kLines) + kPrefixedKeys.count;
 
 }  // namespace
 
 class EverydayBuilder {
 public:
     EverydayBuilder(EverydayVocabulary& vocabulary, const UnitCatalog& catalog)
-        : out(vocabulary), catalog(catalog) {
-        text.reserve(128);
-        words.reserve(16);
-    }
+        : out(vocabulary), catalog(catalog) {}
 
     void Build() {
         // Meanings and scaled units are pointed to: their room is made once.
         out.meanings.reserve(kMostMeanings);
         out.scaled.reserve(kMostScaled);
         out.replaced.reserve(CountReplacing());
+        out.words.Reserve(EverydayVocabulary::kWordNodes, EverydayVocabulary::kWordUnits,
+                          EverydayVocabulary::kWordEdges);
         for (const Line& line : kLines) AddLine(line);
         AddPlurals();
         AddPrefixes();
@@ -276,7 +501,11 @@ private:
     // Adds a key, unless the catalogue has it already; where the vocabulary
     // has it, fills in the locales that its meaning lacks.
     void AddWord(const char16_t* key, const IParseSymbol* everywhere, const IParseSymbol* inUS) {
-        if (Known(key) != nullptr) return;
+        if (Known(key) == nullptr) AddNewWord(key, everywhere, inUS);
+    }
+
+    // The same for a key that the catalogue lacks.
+    void AddNewWord(const char16_t* key, const IParseSymbol* everywhere, const IParseSymbol* inUS) {
         if (EverydayMeaning* meaning = Insert(key, everywhere, inUS)) {
             if (meaning->everywhere == nullptr) meaning->everywhere = everywhere;
             if (meaning->inUS == nullptr) meaning->inUS = inUS;
@@ -309,93 +538,44 @@ private:
         (line.kind == Kind::Meaning ? entry->everywhere : entry->inUS) = meaning;
     }
 
-    // "meters", "feet", "square inches", "degrees Celsius": the plural of
-    // every plain English name reads as the name does.
+    // The plural of every plain English name reads as the name does.
     void AddPlurals() {
-        for (const auto& line : Vocabulary::kEnglishTypes) {
-            const Vocabulary::EnglishEntry& name = line.entries[0];
-            if (name.marks & Vocabulary::NoKey) continue;
-            AddPlural(name.text.data());
-            for (const char16_t* key : name.keys) AddPlural(key);
-        }
-    }
-
-    void AddPlural(const char16_t* name) {
-        if (!PluralOfName(name)) return;
-        if (const IParseSymbol* symbol = Known(name)) AddWord(text.c_str(), symbol, nullptr);
-    }
-
-    // The plural of a unit's spelled name into `text`: its head noun takes
-    // it, the word before "per" ("meters per second") or else the last word,
-    // unless that word qualifies the one before it ("degrees Celsius",
-    // "pounds force"). False where the name takes none.
-    bool PluralOfName(std::u16string_view name) {
-        words.clear();
-        for (std::size_t start = 0; start <= name.size();) {
-            std::size_t end = name.find(u' ', start);
-            if (end == std::u16string_view::npos) end = name.size();
-            words.push_back(name.substr(start, end - start));
-            start = end + 1;
-        }
-        std::size_t head = words.size() - 1;
-        for (std::size_t i = 1; i < words.size(); ++i) {
-            if (words[i] == u"per") {
-                head = i - 1;
-                break;
+        for (std::size_t i = 0; i < kPlurals.count; ++i) {
+            if (const IParseSymbol* symbol = Known(kPlurals.entries[i].note)) {
+                AddNewWord(kPlurals.Text(i), symbol, nullptr);
             }
         }
-        for (std::u16string_view qualifier :
-             {u"Celsius", u"Fahrenheit", u"Rankine", u"Kelvin", u"force", u"mass"}) {
-            if (head > 0 && words[head] == qualifier) --head;
-        }
-        text.clear();
-        for (std::size_t i = 0; i < words.size(); ++i) {
-            if (i > 0) text += u' ';
-            if (i == head) {
-                if (!AppendPluralOfWord(words[i], text)) return false;
-            } else {
-                if (!AllLetters(words[i])) return false;
-                text += words[i];
-            }
-        }
-        return true;
     }
 
+    // Every prefix before every symbol that takes them, as a scale of it.
     void AddPrefixes() {
-        for (const Prefixed& base : kPrefixed) {
-            const UnitConverter* converter = catalog.Units().FindConverter(base.unit);
-            if (converter == nullptr) std::abort();
-            for (const Prefix& prefix : kPrefixes) {
-                text.assign(prefix.text);
-                text += base.symbol;
-                if (Known(text.c_str()) != nullptr) continue;
-                // A key that the vocabulary has already keeps its meaning.
-                const IParseSymbol* scaled = NewScaled(*converter, base.scale * prefix.factor);
-                if (Insert(text.c_str(), scaled, nullptr) != nullptr) out.scaled.pop_back();
+        const UnitConverter* converter = nullptr;
+        std::size_t base = std::size(kPrefixed);
+        for (std::size_t i = 0; i < kPrefixedKeys.count; ++i) {
+            const PrefixNote& note = kPrefixedKeys.entries[i].note;
+            if (note.base != base) {
+                base = note.base;
+                converter = catalog.Units().FindConverter(kPrefixed[base].unit);
+                if (converter == nullptr) std::abort();
             }
+            // A key that the vocabulary has already keeps its meaning.
+            const IParseSymbol* scaled =
+                NewScaled(*converter, kPrefixed[base].scale * kPrefixes[note.prefix].factor);
+            if (Insert(kPrefixedKeys.Text(i), scaled, nullptr) != nullptr) out.scaled.pop_back();
         }
     }
 
-    // The catalogue writes micro with the micro sign; the Greek mu, which
-    // looks the same, reads alike.
+    // The Greek mu reads as the micro sign does.
     void AddGreekMu() {
-        for (std::size_t i = 0; i < kMicroKeys.count; ++i) {
-            const char16_t* key = kMicroKeys.keys[i];
-            const IParseSymbol* symbol = Known(key);
+        for (std::size_t i = 0; i < kGreekMuKeys.count; ++i) {
+            const IParseSymbol* symbol = Known(kGreekMuKeys.entries[i].note);
             if (symbol == nullptr) std::abort();  // the catalogue lost a key of its lists
-            text.assign(key);
-            for (char16_t& unit : text) {
-                if (unit == kMicroSign) unit = kGreekMu;
-            }
-            AddWord(text.c_str(), symbol, nullptr);
+            AddNewWord(kGreekMuKeys.Text(i), symbol, nullptr);
         }
     }
 
     EverydayVocabulary& out;
     const UnitCatalog& catalog;
-    // Scratch for the keys that the builder spells out, and the words of a name.
-    std::u16string text;
-    std::vector<std::u16string_view> words;
 };
 
 EverydayVocabulary::EverydayVocabulary(const UnitCatalog& catalog) {

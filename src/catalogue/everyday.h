@@ -84,6 +84,12 @@ public:
     const RadixTree<const EverydayMeaning*>& Words() const { return words; }
     std::size_t ReplacedCount() const { return replaced.size(); }
 
+    // The room that the build makes for the tree of words at once, so that
+    // its pools never move while it grows: a little more than they take.
+    static constexpr std::size_t kWordNodes = 2800;
+    static constexpr std::size_t kWordUnits = 5400;
+    static constexpr std::size_t kWordEdges = 2900;
+
 private:
     friend class EverydayBuilder;
     // Both are reserved before the build and never grow past their room:
