@@ -4,6 +4,7 @@
 #include <benchmark/benchmark.h>
 
 #include "allocation_counter.h"
+#include "catalogue/everyday.h"
 #include "catalogue/unit_catalog.h"
 #include "units/unit_table.h"
 
@@ -35,5 +36,17 @@ void BM_BuildCatalog(benchmark::State& state) {
         benchmark::Counter::kAvgIterations);
 }
 BENCHMARK(BM_BuildCatalog)->Unit(benchmark::kMicrosecond);
+
+// The everyday vocabulary, which the first everyday parse builds on the catalogue.
+void BM_BuildEverydayVocabulary(benchmark::State& state) {
+    const Mensura::UnitCatalog& catalog = Mensura::UnitCatalog::Instance();
+    const std::size_t before = MensuraBench::AllocationCount();
+    for (auto _ : state) {
+        Mensura::EverydayVocabulary vocabulary(catalog);
+        benchmark::DoNotOptimize(&vocabulary);
+    }
+    MENSURA_REPORT_ALLOCATIONS(state, before);
+}
+BENCHMARK(BM_BuildEverydayVocabulary)->Unit(benchmark::kMicrosecond);
 
 }  // namespace

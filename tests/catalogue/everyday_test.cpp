@@ -86,6 +86,44 @@ TEST(EverydayVocabulary, PrefixesScaleTheirSymbol) {
     }
 }
 
+// The build finds the keys with the micro sign in the lists at compile time;
+// a walk of the dictionary finds every one of them, and its twin with the
+// Greek mu reads as it does (or, where a prefixed symbol took the twin
+// first, at the same scale).
+TEST(EverydayVocabulary, GreekMuTwinsEveryMicroSignKey) {
+    const EverydayVocabulary& everyday = EverydayVocabulary::Instance();
+    std::size_t twins = 0;
+    for (const auto& [key, symbol] : UnitCatalog::Instance().Dictionary().Keys()) {
+        if (key.find(u'\u00B5') == std::u16string::npos) continue;
+        std::u16string twin = key;
+        for (char16_t& unit : twin) {
+            if (unit == u'\u00B5') unit = u'\u03BC';
+        }
+        if (CatalogueKey(twin) != nullptr) continue;
+        ++twins;
+        std::size_t matched = 0;
+        const IParseSymbol* read = everyday.FindLongest(twin.c_str(), &matched, -1, false);
+        ASSERT_NE(read, nullptr) << Narrow(twin.c_str());
+        EXPECT_EQ(matched, twin.size()) << Narrow(twin.c_str());
+        if (read == symbol) continue;
+        ASSERT_NE(read->AsOperand(), nullptr) << Narrow(twin.c_str());
+        ASSERT_NE(symbol->AsOperand(), nullptr) << Narrow(key.c_str());
+        EXPECT_DOUBLE_EQ(read->AsOperand()->GetConverter().GetFactor(),
+                         symbol->AsOperand()->GetConverter().GetFactor())
+            << Narrow(twin.c_str());
+    }
+    EXPECT_GT(twins, 20u);
+}
+
+// The build reserves the tree's pools at once: they must hold the words.
+TEST(EverydayVocabulary, WordsFitTheRoomReservedForThem) {
+    const auto pools = EverydayVocabulary::Instance().Words().Layout();
+    // A step of an insertion makes room for three nodes before it begins.
+    EXPECT_LE(pools.nodeCount + 2, EverydayVocabulary::kWordNodes);
+    EXPECT_LE(pools.unitCount, EverydayVocabulary::kWordUnits);
+    EXPECT_LE(pools.edgeCount, EverydayVocabulary::kWordEdges);
+}
+
 // "5 <key>" for every key of the catalogue that names a unit: the everyday
 // reading gives the same code and the same bits, unless its symbol is one
 // that the list replaces.
