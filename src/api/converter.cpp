@@ -87,10 +87,8 @@ void Converter::GetUnit(int* from, int* to) const {
 }
 
 double Converter::Convert(double value) const {
-    if (UnitId::SameUnit(m_from, m_to)) return value;
-    const UnitTable& units = UnitTable::Instance();
     double out = value;
-    units.FindConverter(m_from)->DirectConvertTo(value, out, *units.FindConverter(m_to));
+    UnitTable::Instance().Convert(value, m_from, out, m_to);
     return out;
 }
 

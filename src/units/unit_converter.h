@@ -47,6 +47,15 @@ public:
     bool HasOffset() const { return hasOffset; }
 
 protected:
+    // A value of this unit in base units, and back: the arithmetic of every
+    // way in and out, with the exponents checked by the caller.
+    double IntoBase(double value) const {
+        return hasOffset ? value * factor + offset : value * factor;
+    }
+    double OutOfBase(double value) const {
+        return hasOffset ? (value - offset) / factor : value / factor;
+    }
+
     UnitConverter(const Dimensions& dims, double scale) : dimensions(dims), factor(scale) {}
     UnitConverter(const Dimensions& dims, double scale, double zero)
         : dimensions(dims), factor(scale), offset(zero), hasOffset(true) {}
@@ -125,14 +134,14 @@ public:
 inline ErrorCode UnitConverter::DirectFromBase(double value, const Dimensions& dims,
                                                double& out) const {
     if (!SameDimensions(dims, dimensions)) return ErrorCode::UnitMismatch;
-    out = hasOffset ? (value - offset) / factor : value / factor;
+    out = OutOfBase(value);
     return ErrorCode::Success;
 }
 
 inline ErrorCode UnitConverter::DirectToBase(double value, double& out,
                                              const Dimensions& dims) const {
     if (!SameDimensions(dims, dimensions)) return ErrorCode::UnitMismatch;
-    out = hasOffset ? value * factor + offset : value * factor;
+    out = IntoBase(value);
     return ErrorCode::Success;
 }
 
@@ -141,11 +150,11 @@ inline ErrorCode UnitConverter::DirectConvertTo(double value, double& out,
     // Into base by this unit, which cannot refuse its own dimensions; the way
     // out of base holds the one check, and out keeps the base value when the
     // target refuses it.
-    out = hasOffset ? value * factor + offset : value * factor;
-    if (dimensionKey == 0 || dimensionKey != target.dimensionKey) {
-        return target.DirectFromBase(out, dimensions, out);
-    }
-    out = target.hasOffset ? (out - target.offset) / target.factor : out / target.factor;
+    out = IntoBase(value);
+    const bool same = (dimensionKey != 0 && dimensionKey == target.dimensionKey) ||
+                      SameDimensions(dimensions, target.dimensions);
+    if (!same) return ErrorCode::UnitMismatch;
+    out = target.OutOfBase(out);
     return ErrorCode::Success;
 }
 
