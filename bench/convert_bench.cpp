@@ -16,73 +16,59 @@ constexpr int kMeter = 0x2001;
 constexpr int kCelsius = 0x2A002;
 constexpr int kFahrenheit = 0x2A003;
 
-void ReportAllocations(benchmark::State& state, std::size_t before) {
-    state.counters["allocs/op"] =
-        benchmark::Counter(static_cast<double>(MensuraBench::AllocationCount() - before),
-                           benchmark::Counter::kAvgIterations);
-}
-
-void BM_ConverterConvertGeneric(benchmark::State& state) {
-    double value = 5.5;
+// Converts value from one unit into another again and again with `convert`,
+// a call of Convert's signature, and reports the allocations it saw.
+template <typename Call>
+void ConvertLoop(benchmark::State& state, Call convert, double value, int from, int to) {
     double out = 0.0;
     const std::size_t before = MensuraBench::AllocationCount();
     for (auto _ : state) {
         benchmark::DoNotOptimize(value);
-        Mensura::Converter::Convert(value, kFoot, out, kMeter);
+        convert(value, from, &out, to);
         benchmark::DoNotOptimize(out);
     }
-    ReportAllocations(state, before);
+    MENSURA_REPORT_ALLOCATIONS(state, before);
+}
+
+// Each call is a lambda of its own, so that the loop calls it directly.
+constexpr auto kByClass = [](double value, int from, double* out, int to) {
+    return Mensura::Converter::Convert(value, from, *out, to);
+};
+constexpr auto kFlat = [](double value, int from, double* out, int to) {
+    return Convert(value, from, out, to);
+};
+constexpr auto kFloor = [](double value, int from, double* out, int to) {
+    return MensuraBenchFloorConvert(value, from, out, to);
+};
+constexpr auto kRuleFloor = [](double value, int from, double* out, int to) {
+    return MensuraBenchRuleFloorConvert(value, from, out, to);
+};
+
+void BM_ConverterConvertGeneric(benchmark::State& state) {
+    ConvertLoop(state, kByClass, 5.5, kFoot, kMeter);
 }
 BENCHMARK(BM_ConverterConvertGeneric);
 
 void BM_ConverterConvertLinear(benchmark::State& state) {
-    double value = 100.0;
-    double out = 0.0;
-    const std::size_t before = MensuraBench::AllocationCount();
-    for (auto _ : state) {
-        benchmark::DoNotOptimize(value);
-        Mensura::Converter::Convert(value, kCelsius, out, kFahrenheit);
-        benchmark::DoNotOptimize(out);
-    }
-    ReportAllocations(state, before);
+    ConvertLoop(state, kByClass, 100.0, kCelsius, kFahrenheit);
 }
 BENCHMARK(BM_ConverterConvertLinear);
 
 void BM_FlatConvert(benchmark::State& state) {
-    double value = 5.5;
-    double out = 0.0;
-    const std::size_t before = MensuraBench::AllocationCount();
-    for (auto _ : state) {
-        benchmark::DoNotOptimize(value);
-        Convert(value, kFoot, &out, kMeter);
-        benchmark::DoNotOptimize(out);
-    }
-    ReportAllocations(state, before);
+    ConvertLoop(state, kFlat, 5.5, kFoot, kMeter);
 }
 BENCHMARK(BM_FlatConvert);
 
 // The floor of both: a call of the same signature into a shared library of
 // its own, which only multiplies.
 void BM_ConvertFloor(benchmark::State& state) {
-    double value = 5.5;
-    double out = 0.0;
-    for (auto _ : state) {
-        benchmark::DoNotOptimize(value);
-        MensuraBenchFloorConvert(value, kFoot, &out, kMeter);
-        benchmark::DoNotOptimize(out);
-    }
+    ConvertLoop(state, kFloor, 5.5, kFoot, kMeter);
 }
 BENCHMARK(BM_ConvertFloor);
 
 // What no conversion can go below: a multiply and a divide in one call.
 void BM_ConvertRuleFloor(benchmark::State& state) {
-    double value = 5.5;
-    double out = 0.0;
-    for (auto _ : state) {
-        benchmark::DoNotOptimize(value);
-        MensuraBenchRuleFloorConvert(value, kFoot, &out, kMeter);
-        benchmark::DoNotOptimize(out);
-    }
+    ConvertLoop(state, kRuleFloor, 5.5, kFoot, kMeter);
 }
 BENCHMARK(BM_ConvertRuleFloor);
 
@@ -94,14 +80,14 @@ void BM_PreparedConverter(benchmark::State& state) {
         benchmark::DoNotOptimize(value);
         benchmark::DoNotOptimize(converter.Convert(value));
     }
-    ReportAllocations(state, before);
+    MENSURA_REPORT_ALLOCATIONS(state, before);
 }
 BENCHMARK(BM_PreparedConverter);
 
 void BM_ConversionFactor(benchmark::State& state) {
     const std::size_t before = MensuraBench::AllocationCount();
     for (auto _ : state) benchmark::DoNotOptimize(ConversionFactor(kFoot, kMeter));
-    ReportAllocations(state, before);
+    MENSURA_REPORT_ALLOCATIONS(state, before);
 }
 BENCHMARK(BM_ConversionFactor);
 
