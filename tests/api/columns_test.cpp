@@ -89,21 +89,6 @@ TEST(ConvertArray, AMillionValuesInPlace) {
     EXPECT_TRUE(SameBits(values[3], one));
 }
 
-TEST(ConvertArray, RefusesWithoutWriting) {
-    const double values[3] = {1.0, 2.0, 3.0};
-    double out[3] = {-1.0, -1.0, -1.0};
-    EXPECT_EQ(ConvertArray(values, out, 3, kMeter, kKilogram), MENSURA_UNIT_MISMATCH);
-    EXPECT_EQ(ConvertArray(values, out, 3, 0x2FFF, kMeter), MENSURA_UNIT_MISMATCH);
-    EXPECT_EQ(ConvertArray(values, out, 3, kMeter, 0x2FFF), MENSURA_UNIT_MISMATCH);
-    EXPECT_EQ(ConvertArray(nullptr, out, 3, kFoot, kMeter), MENSURA_FAILURE);
-    EXPECT_EQ(ConvertArray(values, nullptr, 3, kFoot, kMeter), MENSURA_FAILURE);
-    for (const double value : out) EXPECT_EQ(value, -1.0);
-    EXPECT_EQ(ConvertArray(nullptr, nullptr, 0, kFoot, kMeter), MENSURA_SUCCESS);
-    // Ids of one unit copy, as Convert does.
-    EXPECT_EQ(ConvertArray(values, out, 3, kFoot, 0x202017 /* "ft" */), MENSURA_SUCCESS);
-    EXPECT_EQ(out[2], 3.0);
-}
-
 // Texts one after another, each ended by a zero unit.
 std::u16string Column(const std::vector<std::u16string>& texts) {
     std::u16string column;
@@ -160,12 +145,6 @@ TEST(ParseMany, FlatFunction) {
     EXPECT_EQ(ParseMany(formatter, column.c_str(), 4, kFoot, values, nullptr), 2u);
     EXPECT_EQ(ParseMany(formatter, column.c_str(), 4, 0x2FFF, values, codes), 0u);
     EXPECT_EQ(codes[0], MENSURA_PARSE_FAILURE);
-    // Null arguments write nothing.
-    values[0] = -1.0;
-    EXPECT_EQ(ParseMany(nullptr, column.c_str(), 4, kFoot, values, codes), 0u);
-    EXPECT_EQ(ParseMany(formatter, nullptr, 4, kFoot, values, codes), 0u);
-    EXPECT_EQ(ParseMany(formatter, column.c_str(), 4, kFoot, nullptr, codes), 0u);
-    EXPECT_EQ(values[0], -1.0);
     DestroyFormatter(formatter);
 }
 
