@@ -90,13 +90,12 @@ TEST(SymbolStrings, FeetAndInchesReadBackInEveryForm) {
     double converted = 0.0;
     EXPECT_EQ(Render(formatter, 66.25, kInch, kFractions, &converted), u"5 ft 6 1/4 in");
     EXPECT_EQ(converted, 66.25);
+    // The numbers of each form are the pattern's (tests/notations); here the
+    // dictionary finds every form.
     ExpectReads(formatter, u"5 ft 6 in", kInch, 66);
     ExpectReads(formatter, u"5 ft 1/4 in", kInch, 60.25);
-    ExpectReads(formatter, u"5 ft 6 1/4 in", kInch, 66.25);
-    ExpectReads(formatter, u"-5 ft 6 1/4 in", kInch, -66.25);
     ExpectReads(formatter, u"5 ft 6 1/4 in", kMeter, 66.25 * 0.0254);
     ExpectReads(formatter, u"5 ft", kInch, 60);  // no string has this shape: the general scan
-    ExpectRefused(formatter, u"5 ft 1/0 in", kInch);
     ExpectRefused(formatter, u"5 ft 6 1/4 in", kSecond);  // read, but no time
     EXPECT_EQ(Stored(formatter, kFractions), u"{0} ft {1} in");
 }
@@ -106,8 +105,6 @@ TEST(SymbolStrings, EitherOrderOfTheParts) {
     ASSERT_EQ(formatter.SetSymbolFormattingString(kFeetInches, u"{0} ft {1} in"),
               ErrorCode::Success);
     EXPECT_EQ(Render(formatter, 66, kInch, kFeetInches), u"5 ft 6.00 in");
-    ExpectReads(formatter, u"5 ft 6 in", kInch, 66);
-    ExpectReads(formatter, u"-0 ft 6 in", kInch, 6);  // a negative zero counts as plus
     ExpectRefused(formatter, u"5 ft 1/4 in", kInch);  // no fractions on this pattern
     ASSERT_EQ(formatter.SetSymbolFormattingString(kFeetInches, u"{1} in {0} ft"),
               ErrorCode::Success);
@@ -115,8 +112,6 @@ TEST(SymbolStrings, EitherOrderOfTheParts) {
     ExpectReads(formatter, u"6 in 5 ft", kInch, 66);
     ExpectReads(formatter, u"6 in -5 ft", kInch, -66);
     ASSERT_EQ(formatter.SetSymbolParsingString(kFractions, u"{1}″{0}′"), ErrorCode::Success);
-    ExpectReads(formatter, u"6″5′", kInch, 66);
-    ExpectReads(formatter, u"1/4″5′", kInch, 60.25);
     ExpectReads(formatter, u"6 1/4″5′", kInch, 66.25);
     ExpectReads(formatter, u"5′6″", kInch, 66);  // the marks, not the string
 }
@@ -124,9 +119,7 @@ TEST(SymbolStrings, EitherOrderOfTheParts) {
 TEST(SymbolStrings, InchesWithFractions) {
     Formatter formatter;
     ASSERT_EQ(formatter.SetSymbolParsingString(kInches, u"{0} in."), ErrorCode::Success);
-    ExpectReads(formatter, u"6 in.", kInch, 6);
     ExpectReads(formatter, u"1/4 in.", kInch, 0.25);
-    ExpectReads(formatter, u"6 1/4 in.", kInch, 6.25);
     ExpectReads(formatter, u"-6 1/4 in.", kInch, -6.25);
     ExpectRefused(formatter, u"1/0 in.", kInch);  // no infinite value
     // A parsing string does not render.
@@ -140,9 +133,6 @@ TEST(SymbolStrings, DegreesMinutesAndSeconds) {
     ExpectReads(formatter, u"45d 30m 36s", kDegree, 45.51);
     ASSERT_EQ(formatter.SetNumberDecimalDigits(3), ErrorCode::Success);
     EXPECT_EQ(Render(formatter, -45.51, kDegree, kAngle), u"-45d 30m 36s");
-    ASSERT_EQ(formatter.SetNumberDecimalDigits(5), ErrorCode::Success);
-    EXPECT_EQ(Render(formatter, -45.51, kDegree, kAngle), u"-45d 30m 36.0s");
-    EXPECT_EQ(formatter.GetNumberDecimalDigits(), 5);
     // A bearing takes a string, which reads, but renders through it never.
     ASSERT_EQ(formatter.SetSymbolFormattingString(kBearing, u"{2}s {1}m {0}d"), ErrorCode::Success);
     EXPECT_EQ(Render(formatter, 30.25, kDegree, kBearing), u"#1");
@@ -155,14 +145,11 @@ TEST(SymbolStrings, PlainSymbols) {
     ASSERT_EQ(formatter.SetSymbolFormattingString(kMeterSymbol, u"{0} meters"), ErrorCode::Success);
     EXPECT_EQ(Render(formatter, 5.5, kMeter, kMeterSymbol), u"5.50 meters");
     EXPECT_EQ(Render(formatter, 5.5, kMeter, 0), u"5.50 meter");  // another symbol
-    ExpectReads(formatter, u"5.50 meters", kMeter, 5.5);
-    ExpectReads(formatter, u"3 meters", kMeter, 3);
     ExpectReads(formatter, u"3 meters", kFoot, 3 / 0.3048);
     ExpectRefused(formatter, u"5 meters and more", kMeter);
     ExpectRefused(formatter, u"3 meters", kSecond);
     EXPECT_EQ(Stored(formatter, kMeterSymbol), u"{0} meters");
     EXPECT_EQ(Stored(formatter, kMeterSymbol, true), u"#3");
-    EXPECT_EQ(Stored(formatter, 0x102001), u"#3");
     // Through a string a dimension mismatch is a plain failure.
     EXPECT_EQ(Render(formatter, 1.0, kKilogram, kMeterSymbol), u"#1");
     EXPECT_EQ(Render(formatter, 1.0, kKilogram, kFootSymbol), u"#4");
@@ -191,19 +178,14 @@ TEST(SymbolStrings, ABareNumberAndALeadingLiteral) {
     ExpectRefused(formatter, u"2 approx. 2 m", kMeter);
 }
 
-// Placeholders that the symbol has no part for, a malformed text (the
-// grammar is held on its own), an id of no symbol.
+// Placeholders that the symbol has no part for, a malformed text, an id of
+// no symbol. Each kind once: which strings a symbol takes is held with the
+// notations, the grammar with the split.
 TEST(SymbolStrings, Refusals) {
     Formatter formatter;
     const std::pair<int, const char16_t*> rows[] = {{kMeterSymbol, u"{1} m"},
-                                                    {kMeterSymbol, u"{0} {0}"},
-                                                    {kMeterSymbol, u"meters"},
-                                                    {kMeterSymbol, u"{0} {1}"},
                                                     {kFeetInches, u"{0} ft"},
-                                                    {kFeetInches, u"{0} {1} {2}"},
-                                                    {kInches, u"{0} {1}"},
                                                     {kAngle, u"{0} {1}"},
-                                                    {kFeetInches, u"{0}{1}"},
                                                     {kMeterSymbol, u"{0"},
                                                     {0x902001, u"{0} m"},
                                                     {kMeter, u"{0} m"},
