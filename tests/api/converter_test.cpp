@@ -19,7 +19,8 @@ using MensuraTest::SameBits;
 
 // Convert goes through the base in two rounded steps; ids that agree in their
 // low 20 bits copy the value without a lookup; an unknown unit leaves out
-// alone, and other dimensions leave the value in base units.
+// alone, and other dimensions leave the value in base units. The ids of no
+// unit type, as the unit converted from, are rows of the flat boundary.
 TEST(ConverterStatic, ConvertsThroughTheBaseInTwoRoundedSteps) {
     const double infinity = std::numeric_limits<double>::infinity();
     const struct {
@@ -38,12 +39,8 @@ TEST(ConverterStatic, ConvertsThroughTheBaseInTwoRoundedSteps) {
         {1e308, 0x2021, kMeter, ErrorCode::Success, infinity},  // a mile
         {5.0, kFoot, 0x202017, ErrorCode::Success, 5.0},
         {5.0, 0, 0, ErrorCode::Success, 5.0},
-        {5.0, 0x7FFFF, 0x7FFFF, ErrorCode::Success, 5.0},
         {5.0, 0x12345, 0x512345, ErrorCode::Success, 5.0},
-        {1.0, 0, kMeter, ErrorCode::UnitMismatch, -7.0},
         {1.0, kMeter, 0, ErrorCode::UnitMismatch, -7.0},
-        {1.0, -1, kMeter, ErrorCode::UnitMismatch, -7.0},
-        {1.0, 0x2000, kMeter, ErrorCode::UnitMismatch, -7.0},
         {1.0, 0x2043, kMeter, ErrorCode::UnitMismatch, -7.0},
         {1.0, 0x45001, kMeter, ErrorCode::UnitMismatch, -7.0},
         {1.0, kFoot, kSquareMeter, ErrorCode::UnitMismatch, 0.3048},
@@ -71,8 +68,6 @@ TEST(ConverterStatic, FactorExistsOnlyWhereThereIsAPureRatio) {
         {kCelsius, kKelvin, 0.0},
         {kKelvin, kCelsius, 0.0},
         {kRankine, kKelvin, 0.5555555555555556},
-        {0, kMeter, 0.0},
-        {0x7FFFF, 0x7FFFF, 1.0},
     };
     for (const Row& row : rows) {
         EXPECT_TRUE(SameBits(Converter::Factor(row.from, row.to), row.expected))
