@@ -45,7 +45,10 @@ void Fill(ParseReport& report, const Dimensions& dimensions, int group) {
 ParseReport FormatterImpl::Explain(const char16_t* text, int unit) const {
     ParseReport report;
     double value = 0.0;
-    report.code = ParseInUnit(text, value, unit);
+    // Through the list, with the short ways off: what Parse gives must be
+    // what the list makes of the text.
+    ScanTrace longWay;
+    report.code = ParseInUnit(text, value, unit, &longWay);
     const UnitTable& units = UnitTable::Instance();
     const UnitConverter* converter = units.FindConverter(unit);
     if (converter == nullptr) {

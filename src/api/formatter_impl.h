@@ -75,15 +75,19 @@ public:
         return symbolStrings.Get(use, symbol, buffer, size);
     }
 
+    struct ScanTrace;
     // Reads text into value, in `unit`. ParseFailure for an unknown unit or a
     // text that does not read as a value of that unit; value is written only
-    // on success.
-    ErrorCode ParseInUnit(const char16_t* text, double& value, int unit) const;
+    // on success. A trace, when given, takes the tokens of every reading and
+    // turns the short ways off: the text goes through the list.
+    ErrorCode ParseInUnit(const char16_t* text, double& value, int unit,
+                          ScanTrace* trace = nullptr) const;
     // Reads text into value, in base units of `dimensions`. A bare number takes
     // the default symbol of `group` (only its group field counts), or of the
-    // group of `dimensions` when group is 0: Failure when there is none.
+    // group of `dimensions` when group is 0: Failure when there is none. A
+    // trace as for ParseInUnit.
     ErrorCode ParseToBase(const char16_t* text, double& value, const Dimensions& dimensions,
-                          int group) const;
+                          int group, ScanTrace* trace = nullptr) const;
 
     // Whether a text that the catalogue's reading refuses is read again as a
     // person in the trade writes it, and a few symbols take their everyday
@@ -91,7 +95,8 @@ public:
     bool GetEverydayReading() const { return everydayReading; }
     void SetEverydayReading(bool on) { everydayReading = on; }
 
-    // Parses as ParseInUnit does and says why: the fields of ParseReport.
+    // Parses as ParseInUnit does, through the list, and says why: the fields
+    // of ParseReport.
     ParseReport Explain(const char16_t* text, int unit) const;
 
     // What a scan saw, for a report: each number, key or mark with where it

@@ -52,12 +52,13 @@ std::size_t CutBeforeExponent(const char16_t* key, std::size_t length,
 
 }  // namespace
 
-ErrorCode FormatterImpl::ParseInUnit(const char16_t* text, double& value, int unit) const {
+ErrorCode FormatterImpl::ParseInUnit(const char16_t* text, double& value, int unit,
+                                     ScanTrace* trace) const {
     const UnitConverter* converter = UnitTable::Instance().FindConverter(unit);
     if (converter == nullptr) return ErrorCode::ParseFailure;
     double base = 0.0;
     const Dimensions& dimensions = converter->GetDimensions();
-    if (ParseToBase(text, base, dimensions, unit & static_cast<int>(UnitId::GroupMask)) !=
+    if (ParseToBase(text, base, dimensions, unit & static_cast<int>(UnitId::GroupMask), trace) !=
         ErrorCode::Success) {
         return ErrorCode::ParseFailure;
     }
@@ -69,15 +70,16 @@ ErrorCode FormatterImpl::ParseInUnit(const char16_t* text, double& value, int un
 }
 
 ErrorCode FormatterImpl::ParseToBase(const char16_t* text, double& value,
-                                     const Dimensions& dimensions, int group) const {
+                                     const Dimensions& dimensions, int group,
+                                     ScanTrace* trace) const {
     if (text == nullptr || *text == 0) return ErrorCode::ParseFailure;
-    if (!everydayReading) return ReadText(text, value, dimensions, group, nullptr, false);
+    if (!everydayReading) return ReadText(text, value, dimensions, group, nullptr, false, trace);
     // The catalogue's reading first, with the everyday meanings of the
     // symbols that the list replaces; the everyday forms only where it fails.
     const EverydayVocabulary& everyday = EverydayVocabulary::Instance();
-    const ErrorCode code = ReadText(text, value, dimensions, group, &everyday, false);
+    const ErrorCode code = ReadText(text, value, dimensions, group, &everyday, false, trace);
     if (code == ErrorCode::Success) return code;
-    if (ReadText(text, value, dimensions, group, &everyday, true) == ErrorCode::Success) {
+    if (ReadText(text, value, dimensions, group, &everyday, true, trace) == ErrorCode::Success) {
         return ErrorCode::Success;
     }
     return code;
