@@ -74,9 +74,15 @@ ErrorCode FormatterImpl::ParseToBase(const char16_t* text, double& value,
                                      ScanTrace* trace) const {
     if (text == nullptr || *text == 0) return ErrorCode::ParseFailure;
     if (!everydayReading) return ReadText(text, value, dimensions, group, nullptr, false, trace);
+    const EverydayVocabulary& everyday = EverydayVocabulary::Instance();
+    if (trace == nullptr && symbolStrings.Empty()) {
+        const ShortWay way = ReadEverydayShape(text, value, dimensions, everyday);
+        if (way != ShortWay::Declined) {
+            return way == ShortWay::Read ? ErrorCode::Success : ErrorCode::ParseFailure;
+        }
+    }
     // The catalogue's reading first, with the everyday meanings of the
     // symbols that the list replaces; the everyday forms only where it fails.
-    const EverydayVocabulary& everyday = EverydayVocabulary::Instance();
     const ErrorCode code = ReadText(text, value, dimensions, group, &everyday, false, trace);
     if (code == ErrorCode::Success) return code;
     if (ReadText(text, value, dimensions, group, &everyday, true, trace) == ErrorCode::Success) {

@@ -137,6 +137,16 @@ constexpr bool InCatalogue(std::u16string_view key) {
     }
 }
 
+// Whether a key of the catalogue goes on behind the unit that begins it.
+constexpr bool KeyGoesOnBehind(char16_t unit) {
+    using RadixLayout::Form;
+    const RadixLayout::Node<std::uint16_t>& root = DictionaryLayout::kRoot;
+    const RadixLayout::Edge* edge = DictionaryLayout::kEdges + root.first;
+    const RadixLayout::Edge* const end = edge + root.count;
+    while (edge != end && edge->unit != unit) ++edge;
+    return edge != end && DictionaryLayout::kNodes[edge->child].form != Form::Leaf;
+}
+
 // Writes texts into an array; without one, counts their units.
 struct Writer {
     char16_t* units = nullptr;
@@ -449,6 +459,11 @@ public:
         for (const char16_t* key : kProducts) AddWord(key, product, nullptr);
         std::sort(out.replaced.begin(), out.replaced.end(), EverydayVocabulary::BySymbol{});
         out.words.IndexWideBranches();
+        const IParseSymbol* blank = Known(u" ");
+        if (!KeyGoesOnBehind(u' ') && !out.MayBeginWord(u' ') &&
+            out.Substitute(blank, false) == blank && out.Substitute(blank, true) == blank) {
+            out.blank = blank;
+        }
     }
 
 private:
@@ -493,6 +508,7 @@ private:
                             const IParseSymbol* inUS) {
         const EverydayMeaning* meaning = NewMeaning(everywhere, inUS);
         const EverydayMeaning* holder = nullptr;
+        if (key[0] < 128) out.wordStarts[key[0] >> 6] |= std::uint64_t{1} << (key[0] & 63);
         if (out.words.Insert(key, meaning, holder) == 0) return nullptr;
         out.meanings.pop_back();
         return const_cast<EverydayMeaning*>(holder);

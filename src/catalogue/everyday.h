@@ -8,6 +8,7 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <cstdint>
 #include <functional>
 #include <memory>
 #include <utility>
@@ -62,6 +63,15 @@ public:
         return meaning != nullptr ? meaning->For(us) : nullptr;
     }
 
+    // Whether an everyday key may begin with `unit`: false only where none
+    // does, so that a lookup there can be skipped.
+    bool MayBeginWord(char16_t unit) const {
+        return unit >= 128 || ((wordStarts[unit >> 6] >> (unit & 63)) & 1) != 0;
+    }
+    // The symbol of the blank, which both readings read at a blank: no key
+    // of the catalogue or of the vocabulary goes on behind one.
+    const IParseSymbol* Blank() const { return blank; }
+
     // A vulgar fraction such as "½": its numerator and denominator.
     struct Fraction {
         char16_t character;
@@ -98,6 +108,9 @@ private:
     std::vector<GenericOperand> scaled;
     RadixTree<const EverydayMeaning*> words;
     Operators marks;
+    // The ASCII units that begin an everyday key, a bit each.
+    std::uint64_t wordStarts[2] = {};
+    const IParseSymbol* blank = nullptr;
     using Replaced = std::pair<const IParseSymbol*, const EverydayMeaning*>;
     // Orders by the catalogue symbol; std::less orders any two pointers.
     struct BySymbol {

@@ -3,7 +3,10 @@
 
 #include <cmath>
 
+#include "base/ids.h"
 #include "base/number_flags.h"
+#include "notations/compound.h"
+#include "units/unit_table.h"
 
 namespace Mensura::EverydayForms {
 
@@ -180,6 +183,118 @@ ErrorCode ReadSum(SymbolList& list, const Dimensions& dimensions, double& value)
     }
     value = total;
     return ErrorCode::Success;
+}
+
+namespace {
+
+// The value of `amount` of `unit` in base units of `dimensions`, as the
+// marks write their result: ParseFailure for other exponents.
+ErrorCode InBase(double amount, int unit, const Dimensions& dimensions, double& value) {
+    const UnitConverter* converter = UnitTable::Instance().FindConverter(unit);
+    return converter->DirectToBase(amount, value, dimensions) == ErrorCode::Success
+               ? ErrorCode::Success
+               : ErrorCode::ParseFailure;
+}
+
+bool IsMinus(const ScannedNumber& number) {
+    return (number.flags & NumberFlags::MinusSign) != 0;
+}
+
+}  // namespace
+
+ErrorCode AddQuantities(const SumPart* parts, int count, const Dimensions& dimensions,
+                        double& value) {
+    if (count < 1) return ErrorCode::ParseFailure;
+    if (count > 1 && SameDimensions(dimensions, Dimensions{0, 0, 0, 0, 1, 0, 0})) {
+        return ErrorCode::ParseFailure;
+    }
+    const bool negative = IsMinus(parts[0].number);
+    double total = 0.0;
+    for (int index = 0; index < count; ++index) {
+        const SumPart& part = parts[index];
+        if (index > 0 && IsMinus(part.number)) return ErrorCode::ParseFailure;
+        // The number joins its unit, and the result must be of the target's
+        // exponents.
+        double amount = 0.0;
+        if (part.unit->GetConverter().DirectToBase(part.number.value, amount, dimensions) !=
+            ErrorCode::Success) {
+            return ErrorCode::ParseFailure;
+        }
+        total = index == 0 ? amount : (negative ? total - amount : total + amount);
+    }
+    value = total;
+    return ErrorCode::Success;
+}
+
+ErrorCode ReadCompactBearing(bool north, const ScannedNumber* parts, int count, bool west,
+                             const Dimensions& dimensions, double& value) {
+    if (count < 1 || count > 3) return ErrorCode::Failure;
+    for (int index = 0; index < count; ++index) {
+        const std::uint32_t sign = index == 0 ? 0 : NumberFlags::MinusSign;
+        if ((parts[index].flags & (NumberFlags::PlusSign | NumberFlags::MinusSign)) != sign) {
+            return ErrorCode::Failure;
+        }
+        if (index > 0 && (parts[index - 1].flags & NumberFlags::PointSeen)) {
+            return ErrorCode::Failure;
+        }
+    }
+    // The marks read an angle alone.
+    if (!SameDimensions(dimensions, Dimensions{})) return ErrorCode::ParseFailure;
+    // "N d°m′s″ E", each number without its dash: the degree mark takes the
+    // minutes in, the prime turns them into seconds of arc and takes the
+    // seconds in; the letter then counts from north or south.
+    using CompoundMarks::Combine;
+    const double degrees = std::fabs(parts[0].value);
+    double seconds = 0.0;
+    if (count == 1) {
+        seconds = degrees * 60.0 * 60.0;
+    } else {
+        seconds = Combine(degrees * 60.0, false, std::fabs(parts[1].value)) * 60.0;
+        if (count == 3) seconds = Combine(seconds, false, std::fabs(parts[2].value));
+    }
+    constexpr double kQuarterTurn = 324000.0;  // 90 degrees in seconds of arc
+    if (seconds < 0.0 || seconds > kQuarterTurn) return ErrorCode::ParseFailure;
+    double turned = 0.0;
+    if (west) {
+        turned = north ? seconds + kQuarterTurn : -kQuarterTurn - seconds;
+    } else {
+        turned = north ? kQuarterTurn - seconds : seconds - kQuarterTurn;
+    }
+    return InBase(turned, kAngleSecond, dimensions, value);
+}
+
+ErrorCode ReadFractionBeforeDoublePrime(const ScannedNumber* large, const ScannedNumber* whole,
+                                        int numerator, int denominator,
+                                        const Dimensions& dimensions, double& value) {
+    // What the marks mean for the target: inches and feet, seconds and
+    // minutes of time or of arc.
+    const int group = UnitTable::Instance().FindGroupByDimensions(dimensions);
+    double multiplier = 60.0;
+    int small = kAngleSecond;
+    if (group == kLength) {
+        multiplier = 12.0;
+        small = kInch;
+    } else if (group == kTime) {
+        small = kSecond;
+    } else if (!SameDimensions(dimensions, Dimensions{})) {
+        return ErrorCode::ParseFailure;
+    }
+    using CompoundMarks::Combine;
+    const double n = numerator;
+    const double d = denominator;
+    double total = 0.0;
+    if (large != nullptr) {
+        // The prime turns the large number into the small unit, and the
+        // double prime adds the rest with its sign.
+        const double rest =
+            whole != nullptr ? std::fabs(whole->value) + std::fabs(n) / d : std::fabs(n) / d;
+        total = Combine(large->value * multiplier, IsMinus(*large), rest);
+    } else if (whole != nullptr) {
+        total = Combine(whole->value, IsMinus(*whole), std::fabs(n) / d);
+    } else {
+        total = n / d;
+    }
+    return InBase(total, small, dimensions, value);
 }
 
 }  // namespace Mensura::EverydayForms

@@ -5,6 +5,8 @@
 #ifndef MENSURA_NOTATIONS_EVERYDAY_FORMS_H
 #define MENSURA_NOTATIONS_EVERYDAY_FORMS_H
 
+#include <cstdint>
+
 #include "base/dimensions.h"
 #include "grammar/parse_symbol.h"
 
@@ -34,6 +36,43 @@ void JoinMixedNumbers(SymbolList& list);
 // total in base units of `dimensions`, or ParseFailure when a part does not
 // read as a value of them. Temperatures on a scale do not add.
 ErrorCode ReadSum(SymbolList& list, const Dimensions& dimensions, double& value);
+
+// The same forms read without a list, from parts that the caller has scanned:
+// each gives what the rewrites above and the evaluation of the list give,
+// to the bit.
+
+// A number as the scanner read it.
+struct ScannedNumber {
+    double value;
+    std::uint32_t flags;
+};
+
+// One quantity of a sum: a number and a unit symbol of the kind Operand.
+struct SumPart {
+    ScannedNumber number;
+    const OperandSymbol* unit;
+};
+
+// Quantities one after another: the one alone, or their sum as ReadSum
+// reads it. Success with the value in base units of `dimensions`, else
+// ParseFailure.
+ErrorCode AddQuantities(const SumPart* parts, int count, const Dimensions& dimensions,
+                        double& value);
+
+// A compact bearing: N (north) or S, one to three numbers, E or W (west).
+// Failure, with nothing written, where MarkCompactBearing leaves the list
+// alone; else what the marks that it puts in make of it: Success with the
+// angle in base units of `dimensions`, or ParseFailure.
+ErrorCode ReadCompactBearing(bool north, const ScannedNumber* parts, int count, bool west,
+                             const Dimensions& dimensions, double& value);
+
+// A vulgar fraction before the double prime, as the scan lays it out: "½″",
+// "6½″" (a whole number in front) and "5′6½″", "5′½″" (a large number and
+// its prime in front). Null for a number that is not there. Success with
+// the value in base units of `dimensions`, else ParseFailure.
+ErrorCode ReadFractionBeforeDoublePrime(const ScannedNumber* large, const ScannedNumber* whole,
+                                        int numerator, int denominator,
+                                        const Dimensions& dimensions, double& value);
 
 }  // namespace Mensura::EverydayForms
 

@@ -164,6 +164,85 @@ TEST(EverydayReading, CompactBearingsReadAsMarkedOnes) {
                   {u"N45-30", u"45-30E", u"N-45E", u"N45.5-30E", u"N1-2-3-4E", u"N45W30"});
 }
 
+// The commonest everyday texts are read without lists; ExplainParse reads
+// every text by the lists. Both give the same code and bits, in both
+// locales, for the shapes of the short way and for texts just outside them.
+TEST(EverydayReading, ShortWayReadsAsTheLists) {
+    const struct {
+        const char16_t* text;
+        int unit;
+        bool reads;
+    } rows[] = {
+        // Number and unit; a sum of them, up to the most tokens and beyond.
+        {u"5 kJ", kJoule, true},
+        {u"5.5 ft", kMeter, true},
+        {u"5 ft ", kMeter, true},
+        {u"150 lb", kKilogram, true},
+        {u"3 tbsp", kLiter, true},
+        {u"1 fl oz", kLiter, true},
+        {u"5 kJ", kMeter, false},
+        {u"5 feets", kMeter, false},
+        {u"5 ft 6 in", kInch, true},
+        {u"5ft6in", kInch, true},
+        {u"5 feet 6 inches", kInch, true},
+        {u"−5 ft 6 in", kInch, true},
+        {u"5 ft +6 in", kInch, true},
+        {u"5 ft -6 in", kInch, false},
+        {u"5 ft 6", kInch, false},
+        {u"5 6 ft", kInch, false},
+        {u"5 ft 6 kg", kInch, false},
+        {u"3 米 20 厘米", kMeter, true},
+        {u"2 lb 3 oz", kKilogram, true},
+        {u"1 m 2 m 3 m 4 m", kMeter, true},
+        {u"1 m 2 m 3 m 4 m 5 m", kMeter, true},
+        {u"20 K 5 K", kKelvin, false},
+        {u"6 h 1 d", kMinute, true},
+        {u"1 d 6 h", kMinute, false},
+        // A vulgar fraction before the double prime.
+        {u"5′6½″", kInch, true},
+        {u"5′6 ½″", kInch, true},
+        {u"5′½″", kInch, true},
+        {u"6½″", kInch, true},
+        {u"½″", kInch, true},
+        {u"-0′6½″", kInch, true},
+        {u"5′-6⅞″", kFoot, true},
+        {u"5'6½\"", kInch, true},
+        {u"5′6½″", kMinute, true},
+        {u"5′6½″", kDegree, true},
+        {u"5′6½″", kKilogram, false},
+        {u"5′6½", kInch, true},
+        {u"½½″", kInch, false},
+        // Compact bearings.
+        {u"N45-30E", kDegree, true},
+        {u"N 45-30 E ", kRadian, true},
+        {u"S 12-30-15 W", kDegree, true},
+        {u"N45.5E", kDegree, true},
+        {u"N0-0-30.5W", kDegree, true},
+        {u"S90W", kDegree, true},
+        {u"N100E", kDegree, false},
+        {u"N45.5-30E", kDegree, false},
+        {u"N1-2-3-4E", kDegree, false},
+        {u"N+45E", kDegree, false},
+        {u"NE", kDegree, true},
+        {u"N45-30E", kNewton, false},
+    };
+    for (const int locale : {1033, 2052}) {
+        const Formatter everyday = Everyday(locale);
+        for (const auto& row : rows) {
+            double value = kUntouched;
+            const ErrorCode code = everyday.Parse(row.text, value, row.unit);
+            const ParseReport report = everyday.ExplainParse(row.text, row.unit);
+            EXPECT_EQ(code == ErrorCode::Success, row.reads) << Narrow(row.text) << " " << locale;
+            EXPECT_EQ(code, report.code) << Narrow(row.text) << " " << locale;
+            if (code == ErrorCode::Success) {
+                EXPECT_TRUE(SameBits(value, report.value)) << Narrow(row.text) << " " << locale;
+            } else {
+                EXPECT_EQ(value, kUntouched) << Narrow(row.text) << " " << locale;
+            }
+        }
+    }
+}
+
 // The symbols whose catalogue meaning misleads: the default keeps it, the
 // everyday reading replaces it.
 TEST(EverydayReading, ReplacesTheListedMeanings) {
