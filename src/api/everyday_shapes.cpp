@@ -191,7 +191,7 @@ bool MatchBearing(Tokens tokens, bool& north, ScannedNumber* parts, int& count, 
     return count > 0 && tokens.AtEnd();
 }
 
-enum class Way { Read, Refused, Declined };
+using Way = FormatterImpl::ShortWay;
 
 // ReadEverydayShape behind its first look, in a frame of its own: a text
 // that the look turns away does not pay for the room of the tokens.
@@ -244,8 +244,7 @@ __attribute__((noinline)) Way ReadShape(const char16_t* text, const NumberSettin
         // a catalogue key that ends the text.
         if ((known == nullptr || cursor[matched] != 0) && everyday.MayBeginWord(*cursor)) {
             std::size_t longer = 0;
-            const IParseSymbol* word =
-                everyday.FindLongest(cursor, &longer, static_cast<std::size_t>(-1), us);
+            const IParseSymbol* word = everyday.FindLongest(cursor, &longer, us);
             if (word != nullptr && (known == nullptr || longer > matched)) {
                 // Where both readings go on, each with a key of its own, they
                 // part ways.
@@ -310,15 +309,7 @@ FormatterImpl::ShortWay FormatterImpl::ReadEverydayShape(const char16_t* text, d
                                                          const Dimensions& dimensions,
                                                          const EverydayVocabulary& everyday) const {
     if (HoldsOperator(text)) return ShortWay::Declined;
-    switch (ReadShape(text, numbers, localeId == kEnglish, everyday, dimensions, value)) {
-        case Way::Read:
-            return ShortWay::Read;
-        case Way::Refused:
-            return ShortWay::Refused;
-        case Way::Declined:
-            break;
-    }
-    return ShortWay::Declined;
+    return ReadShape(text, numbers, localeId == kEnglish, everyday, dimensions, value);
 }
 
 }  // namespace Mensura

@@ -67,6 +67,9 @@ public:
     // Failure unless id names a unit type; a symbol number is dropped.
     ErrorCode SetDefaultUnit(int id);
 
+    // What the everyday reading's short way made of a text.
+    enum class ShortWay { Read, Refused, Declined };
+
     // Symbol strings of the catalogue's symbol `symbol` in this formatter's
     // language: see SymbolStrings.
     ErrorCode SetSymbolString(SymbolStrings::Use use, int symbol, const char16_t* text);
@@ -124,16 +127,6 @@ private:
     // scan and evaluation make of such a text, without building the list.
     bool ReadNumberAndUnit(const char16_t* cursor, double number, double& value,
                            const Dimensions& dimensions, const EverydayVocabulary* everyday) const;
-    // What the everyday reading's short way made of a text.
-    enum class ShortWay { Read, Refused, Declined };
-    // Both everyday readings at once, without a list, for the texts of a few
-    // shapes: "number unit", a sum ("5 ft 6 in"), a compact bearing
-    // ("N45-30E") and a vulgar fraction before the double prime ("5′6½″").
-    // Read, with value written, or Refused where ParseToBase reads the value
-    // or refuses the text with ParseFailure; Declined, with nothing written,
-    // for any other text. The caller's symbol strings must be empty.
-    ShortWay ReadEverydayShape(const char16_t* text, double& value, const Dimensions& dimensions,
-                               const EverydayVocabulary& everyday) const;
     // Lays the text out from cursor into the list. ParseFailure at a place
     // that holds no number and no key. A trace, when given, is told of every
     // element and of that place.
@@ -147,6 +140,15 @@ private:
     int languageIndex;
     int handles = 0;
     bool everydayReading = false;
+
+    // Both everyday readings at once, without a list, for the texts of a few
+    // shapes: "number unit", a sum ("5 ft 6 in"), a compact bearing
+    // ("N45-30E") and a vulgar fraction before the double prime ("5′6½″").
+    // Read, with value written, or Refused where ParseToBase reads the value
+    // or refuses the text with ParseFailure; Declined, with nothing written,
+    // for any other text. The caller's symbol strings must be empty.
+    ShortWay ReadEverydayShape(const char16_t* text, double& value, const Dimensions& dimensions,
+                               const EverydayVocabulary& everyday) const;
 };
 
 }  // namespace Mensura

@@ -508,7 +508,7 @@ private:
                             const IParseSymbol* inUS) {
         const EverydayMeaning* meaning = NewMeaning(everywhere, inUS);
         const EverydayMeaning* holder = nullptr;
-        if (key[0] < 128) out.wordStarts[key[0] >> 6] |= std::uint64_t{1} << (key[0] & 63);
+        out.wordStarts[(key[0] >> 6) & 3] |= std::uint64_t{1} << (key[0] & 63);
         if (out.words.Insert(key, meaning, holder) == 0) return nullptr;
         out.meanings.pop_back();
         return const_cast<EverydayMeaning*>(holder);

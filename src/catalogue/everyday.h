@@ -62,11 +62,17 @@ public:
         const EverydayMeaning* meaning = words.FindLongest(text, matched, limit);
         return meaning != nullptr ? meaning->For(us) : nullptr;
     }
+    // The same with no limit.
+    const IParseSymbol* FindLongest(const char16_t* text, std::size_t* matched, bool us) const {
+        const EverydayMeaning* meaning = words.FindLongest(text, matched);
+        return meaning != nullptr ? meaning->For(us) : nullptr;
+    }
 
     // Whether an everyday key may begin with `unit`: false only where none
-    // does, so that a lookup there can be skipped.
+    // does, so that a lookup there can be skipped. Units are told apart by
+    // their low byte.
     bool MayBeginWord(char16_t unit) const {
-        return unit >= 128 || ((wordStarts[unit >> 6] >> (unit & 63)) & 1) != 0;
+        return ((wordStarts[(unit >> 6) & 3] >> (unit & 63)) & 1) != 0;
     }
     // The symbol of the blank, which both readings read at a blank: no key
     // of the catalogue or of the vocabulary goes on behind one.
@@ -108,8 +114,8 @@ private:
     std::vector<GenericOperand> scaled;
     RadixTree<const EverydayMeaning*> words;
     Operators marks;
-    // The ASCII units that begin an everyday key, a bit each.
-    std::uint64_t wordStarts[2] = {};
+    // The low bytes of the units that begin an everyday key, a bit each.
+    std::uint64_t wordStarts[4] = {};
     const IParseSymbol* blank = nullptr;
     using Replaced = std::pair<const IParseSymbol*, const EverydayMeaning*>;
     // Orders by the catalogue symbol; std::less orders any two pointers.

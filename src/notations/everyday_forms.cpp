@@ -202,30 +202,6 @@ bool IsMinus(const ScannedNumber& number) {
 
 }  // namespace
 
-ErrorCode AddQuantities(const SumPart* parts, int count, const Dimensions& dimensions,
-                        double& value) {
-    if (count < 1) return ErrorCode::ParseFailure;
-    if (count > 1 && SameDimensions(dimensions, Dimensions{0, 0, 0, 0, 1, 0, 0})) {
-        return ErrorCode::ParseFailure;
-    }
-    const bool negative = IsMinus(parts[0].number);
-    double total = 0.0;
-    for (int index = 0; index < count; ++index) {
-        const SumPart& part = parts[index];
-        if (index > 0 && IsMinus(part.number)) return ErrorCode::ParseFailure;
-        // The number joins its unit, and the result must be of the target's
-        // exponents.
-        double amount = 0.0;
-        if (part.unit->GetConverter().DirectToBase(part.number.value, amount, dimensions) !=
-            ErrorCode::Success) {
-            return ErrorCode::ParseFailure;
-        }
-        total = index == 0 ? amount : (negative ? total - amount : total + amount);
-    }
-    value = total;
-    return ErrorCode::Success;
-}
-
 ErrorCode ReadCompactBearing(bool north, const ScannedNumber* parts, int count, bool west,
                              const Dimensions& dimensions, double& value) {
     if (count < 1 || count > 3) return ErrorCode::Failure;
@@ -266,16 +242,19 @@ ErrorCode ReadCompactBearing(bool north, const ScannedNumber* parts, int count, 
 ErrorCode ReadFractionBeforeDoublePrime(const ScannedNumber* large, const ScannedNumber* whole,
                                         int numerator, int denominator,
                                         const Dimensions& dimensions, double& value) {
-    // What the marks mean for the target: inches and feet, seconds and
-    // minutes of time or of arc.
-    const int group = UnitTable::Instance().FindGroupByDimensions(dimensions);
+    // What the marks mean for the target: inches and feet for a length,
+    // seconds and minutes of time or of arc. Only the group of lengths has
+    // the inch's exponents, and only that of times the second's.
+    const UnitTable& table = UnitTable::Instance();
     double multiplier = 60.0;
-    int small = kAngleSecond;
-    if (group == kLength) {
+    const UnitConverter* small = table.FindConverter(kAngleSecond);
+    if (const UnitConverter* inch = table.FindConverter(kInch);
+        SameDimensions(dimensions, inch->GetDimensions())) {
         multiplier = 12.0;
-        small = kInch;
-    } else if (group == kTime) {
-        small = kSecond;
+        small = inch;
+    } else if (const UnitConverter* second = table.FindConverter(kSecond);
+               SameDimensions(dimensions, second->GetDimensions())) {
+        small = second;
     } else if (!SameDimensions(dimensions, Dimensions{})) {
         return ErrorCode::ParseFailure;
     }
@@ -294,7 +273,9 @@ ErrorCode ReadFractionBeforeDoublePrime(const ScannedNumber* large, const Scanne
     } else {
         total = n / d;
     }
-    return InBase(total, small, dimensions, value);
+    return small->DirectToBase(total, value, dimensions) == ErrorCode::Success
+               ? ErrorCode::Success
+               : ErrorCode::ParseFailure;
 }
 
 }  // namespace Mensura::EverydayForms

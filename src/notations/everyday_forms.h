@@ -8,6 +8,7 @@
 #include <cstdint>
 
 #include "base/dimensions.h"
+#include "base/number_flags.h"
 #include "grammar/parse_symbol.h"
 
 namespace Mensura::EverydayForms {
@@ -55,9 +56,32 @@ struct SumPart {
 
 // Quantities one after another: the one alone, or their sum as ReadSum
 // reads it. Success with the value in base units of `dimensions`, else
-// ParseFailure.
-ErrorCode AddQuantities(const SumPart* parts, int count, const Dimensions& dimensions,
-                        double& value);
+// ParseFailure. Inline: most texts hold one quantity.
+inline ErrorCode AddQuantities(const SumPart* parts, int count, const Dimensions& dimensions,
+                               double& value) {
+    if (count < 1) return ErrorCode::ParseFailure;
+    if (count > 1 && SameDimensions(dimensions, Dimensions{0, 0, 0, 0, 1, 0, 0})) {
+        return ErrorCode::ParseFailure;
+    }
+    const bool negative = (parts[0].number.flags & NumberFlags::MinusSign) != 0;
+    double total = 0.0;
+    for (int index = 0; index < count; ++index) {
+        const SumPart& part = parts[index];
+        if (index > 0 && (part.number.flags & NumberFlags::MinusSign)) {
+            return ErrorCode::ParseFailure;
+        }
+        // The number joins its unit, and the result must be of the target's
+        // exponents.
+        double amount = 0.0;
+        if (part.unit->GetConverter().DirectToBase(part.number.value, amount, dimensions) !=
+            ErrorCode::Success) {
+            return ErrorCode::ParseFailure;
+        }
+        total = index == 0 ? amount : (negative ? total - amount : total + amount);
+    }
+    value = total;
+    return ErrorCode::Success;
+}
 
 // A compact bearing: N (north) or S, one to three numbers, E or W (west).
 // Failure, with nothing written, where MarkCompactBearing leaves the list

@@ -8,6 +8,7 @@
 #include <cmath>
 #include <initializer_list>
 #include <utility>
+#include <vector>
 
 #include "mensura/mensura.h"
 #include "mensura/mensura.hpp"
@@ -241,6 +242,25 @@ TEST(EverydayReading, ShortWayReadsAsTheLists) {
             }
         }
     }
+}
+
+// The short way reads what the marks mean by the target's exponents, as the
+// marks do by its group: that holds while no other group shares the
+// exponents of the lengths or of the times.
+TEST(EverydayReading, LengthsAndTimesAloneHaveTheirExponents) {
+    std::vector<int> groups(Converter::GetUnitGroups(nullptr));
+    Converter::GetUnitGroups(groups.data());
+    int lengths = 0;
+    int times = 0;
+    for (const int group : groups) {
+        int exponents[7];
+        ASSERT_EQ(Converter::GetUnitDimensions(group, exponents), ErrorCode::Success);
+        const std::vector<int> dimensions(exponents, exponents + 7);
+        lengths += dimensions == std::vector<int>{1, 0, 0, 0, 0, 0, 0};
+        times += dimensions == std::vector<int>{0, 0, 1, 0, 0, 0, 0};
+    }
+    EXPECT_EQ(lengths, 1);
+    EXPECT_EQ(times, 1);
 }
 
 // The symbols whose catalogue meaning misleads: the default keeps it, the
