@@ -1,8 +1,9 @@
 // Makes the symbols of both languages, the group names and the operators at
-// load, from the vocabulary lists, and hands the parse dictionary that the
-// build laid out from the same lists the readers it names. The kind column
-// of a list names the notation that makes each place's object; nothing here
-// tests ids.
+// load, from the vocabulary lists in the form that the compiler packed them
+// into (packed_vocabulary.h), and hands the parse dictionary that the build
+// laid out from the same lists the readers it names. The kind column of a
+// list names the notation that makes each place's object; nothing here tests
+// ids.
 #include <algorithm>
 #include <array>
 #include <cstdint>
@@ -12,6 +13,7 @@
 #include <string_view>
 
 #include "catalogue/dictionary_keys.h"
+#include "catalogue/packed_vocabulary.h"
 #include "catalogue/unit_catalog.h"
 #include "catalogue/vocabulary.h"
 #include "grammar/operators.h"
@@ -34,52 +36,6 @@ static_assert(DictionaryLayout::kDigest == Digest() && DictionaryLayout::kReader
 
 namespace {
 
-// Both lists stand in the order of groups and, within a group, of types:
-// a group's lines are one run.
-template <typename Entry, std::size_t N>
-constexpr bool InPlaceOrder(const TypeLine<Entry> (&lines)[N]) {
-    for (std::size_t i = 1; i < N; ++i) {
-        const auto& a = lines[i - 1];
-        const auto& b = lines[i];
-        if (a.group > b.group || (a.group == b.group && a.type >= b.type)) return false;
-    }
-    return true;
-}
-static_assert(InPlaceOrder(kEnglishTypes), "english.inc: groups and types out of order");
-static_assert(InPlaceOrder(kChineseTypes), "chinese.inc: groups and types out of order");
-
-// The most symbols that a type has.
-constexpr std::size_t MostSymbols() {
-    std::size_t most = 0;
-    for (const auto& line : kEnglishTypes) most = std::max(most, line.count);
-    return most;
-}
-constexpr std::size_t kMostSymbols = MostSymbols();
-
-// Every Chinese line names a type of the English list, and every entry of it
-// one of that type's places.
-constexpr bool ChineseFitsEnglish() {
-    std::size_t english = 0;
-    for (const auto& line : kChineseTypes) {
-        while (english < std::size(kEnglishTypes) && (kEnglishTypes[english].group < line.group ||
-                                                      (kEnglishTypes[english].group == line.group &&
-                                                       kEnglishTypes[english].type < line.type))) {
-            ++english;
-        }
-        if (english == std::size(kEnglishTypes) || kEnglishTypes[english].group != line.group ||
-            kEnglishTypes[english].type != line.type) {
-            return false;
-        }
-        for (std::size_t i = 0; i < line.count; ++i) {
-            const int symbol = line.entries[i].symbol;
-            if (symbol < 1 || static_cast<std::size_t>(symbol) > kEnglishTypes[english].count)
-                return false;
-        }
-    }
-    return true;
-}
-static_assert(ChineseFitsEnglish(), "chinese.inc: a type or place that English does not have");
-
 // The size of the object that a notation makes.
 constexpr std::size_t SizeOf(Notation notation) {
     switch (notation) {
@@ -96,9 +52,6 @@ constexpr std::size_t SizeOf(Notation notation) {
     }
     return sizeof(GenericSymbol);
 }
-
-// The name of the unit of pure numbers, which renders as the bare number.
-constexpr const char16_t* kUnitlessNames[] = {u"unitless", u"无量纲"};
 
 }  // namespace
 
@@ -142,8 +95,8 @@ public:
         std::fill_n(readers, kReaders, nullptr);
         LayOutSymbols();
         MakeOperators(OperatorClasses{});
-        StartLanguage(0, kEnglishGroups);
-        StartLanguage(1, kChineseGroups);
+        StartLanguage(0);
+        StartLanguage(1);
         MakeSymbols();
         catalog.dictionary = ParseDictionary(DictionaryLayout::kPools, readers);
     }
@@ -156,12 +109,12 @@ private:
     void LayOutSymbols() {
         auto& first = catalog.firstSymbol;
         first.assign(units.TypeCount() + 1, 0);
-        for (const auto& line : kEnglishTypes) {
+        for (const Line& line : kPacked.lines) {
             std::size_t place = 0;
             // A vocabulary line for a type that the conversion table lacks
             // cannot be placed.
             if (!units.TypePlace(UnitId::Make(line.group, line.type), place)) std::abort();
-            first[place + 1] = static_cast<std::uint32_t>(line.count);
+            first[place + 1] = line.count;
         }
         for (std::size_t place = 1; place < first.size(); ++place) first[place] += first[place - 1];
         if (first.back() != kPlaces) std::abort();
@@ -179,34 +132,27 @@ private:
          ...);
     }
 
-    void StartLanguage(int language, const GroupLine (&names)[kGroupCount]) {
-        catalog.groupNames[language].assign(kGroupCount, nullptr);
-        for (const GroupLine& name : names)
-            catalog.groupNames[language][name.group - 1] = name.name;
+    void StartLanguage(int language) {
+        catalog.groupNames[language].resize(kGroupCount);
+        for (int group = 0; group < kGroupCount; ++group)
+            catalog.groupNames[language][group] = kPacked.At(kPacked.groupNames[language][group]);
     }
 
-    // Both languages, line by line. Chinese is English where its list says
-    // nothing; both lists hold their types in ascending order.
+    // Both languages, line by line; the symbols of a type share its converter.
     void MakeSymbols() {
-        const TypeLine<ChineseEntry>* own = std::begin(kChineseTypes);
-        for (std::size_t at = 0; at < kEnglishLines; ++at) {
-            const TypeLine<EnglishEntry>& line = kEnglishTypes[at];
-            AddType(0, at, nullptr);
-            while (own != std::end(kChineseTypes) &&
-                   (own->group < line.group || (own->group == line.group && own->type < line.type)))
-                ++own;
-            const bool listed = own != std::end(kChineseTypes) && own->group == line.group &&
-                                own->type == line.type;
-            AddType(1, at, listed ? own : nullptr);
+        for (const Line& line : kPacked.lines) {
+            const int unit = UnitId::Make(line.group, line.type);
+            const UnitConverter& converter = *units.FindConverter(unit);
+            AddType(0, line, unit, converter);
+            AddType(1, line, unit, converter);
         }
     }
 
-    // The object of one place, made by the notation that its kind names; its
-    // reading face, when it has one, goes to *reader.
-    ISymbol* Make(const SymbolKind& kind, std::u16string_view text, int id, std::uint32_t flags,
-                  int language, const IParseSymbol*& reader) {
-        const int unit = id & static_cast<int>(UnitId::UnitMask);
-        const UnitConverter& converter = *units.FindConverter(unit);
+    // The object of one place of the unit type `unit`, made by the notation
+    // that its kind names; its reading face, when it has one, goes to *reader.
+    ISymbol* Make(const SymbolKind& kind, std::u16string_view text, int id, int unit,
+                  const UnitConverter& converter, std::uint32_t flags, int language,
+                  const IParseSymbol*& reader) {
         Arena& arena = catalog.arena;
         switch (kind.notation) {
             case Notation::Plain: {
@@ -215,8 +161,9 @@ private:
                 return generic;
             }
             case Notation::Unitless:
-                return arena.New<GenericSymbolEx>(
-                    text, unit, converter, SimpleFormatSymbol::NoSpace, kUnitlessNames[language]);
+                return arena.New<GenericSymbolEx>(text, unit, converter,
+                                                  SimpleFormatSymbol::NoSpace,
+                                                  kPacked.At(kPacked.unitlessNames[language]));
             case Notation::TemperatureScale: {
                 auto* linear = arena.New<LinearSymbol>(text, unit, converter,
                                                        *units.FindConverter(kind.unit), flags);
@@ -233,26 +180,19 @@ private:
         std::abort();
     }
 
-    // Makes the symbols of the type of the English line at `at` in a
-    // language, and notes their readers by number. A place that the Chinese
-    // line `own` lists has its text from there; it keeps its kind and marks.
-    void AddType(int language, std::size_t at, const TypeLine<ChineseEntry>* own) {
-        const TypeLine<EnglishEntry>& line = kEnglishTypes[at];
-        std::u16string_view texts[kMostSymbols];
-        for (std::size_t i = 0; i < line.count; ++i) texts[i] = line.entries[i].text;
-        if (own != nullptr) {
-            for (std::size_t i = 0; i < own->count; ++i)
-                texts[own->entries[i].symbol - 1] = own->entries[i].text;
-        }
-        const std::size_t first = kFirstPlace[at];
-        UnitCatalog::SymbolSlot* slots = catalog.symbols[language].data() + first;
+    // Makes the symbols of the type of an English line in a language, and
+    // notes their readers by number.
+    void AddType(int language, const Line& line, int unit, const UnitConverter& converter) {
+        UnitCatalog::SymbolSlot* slots = catalog.symbols[language].data() + line.first;
+        const Place* places = kPacked.places.data() + line.first;
+        const IParseSymbol** const lineReaders = readers + ReaderOf(language, line.first);
         for (std::size_t i = 0; i < line.count; ++i) {
-            const EnglishEntry& english = line.entries[i];
-            const int id = UnitId::Make(line.group, line.type, static_cast<int>(i + 1));
+            const Place& place = places[i];
+            const int id = UnitId::Make(0, 0, static_cast<int>(i + 1)) | unit;
             const IParseSymbol* reader = nullptr;
-            slots[i].reset(
-                Make(english.kind, texts[i], id, english.marks & NoSpace, language, reader));
-            readers[ReaderOf(language, first + i)] = reader;
+            slots[i].reset(Make(place.kind, kPacked.View(place.text[language]), id, unit, converter,
+                                place.marks & NoSpace, language, reader));
+            lineReaders[i] = reader;
         }
     }
 
