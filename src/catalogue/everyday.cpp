@@ -105,36 +105,42 @@ constexpr std::size_t CountReplacing() {
     return count;
 }
 
-// Which texts are keys of the catalogue is known at compile time: the build
-// lays its dictionary out from the vocabularies, and every catalogue is read
-// through that layout. The keys that the builder spells out (plurals,
-// prefixed symbols, the Greek mu) are spelled here, and those that the
-// catalogue has already are left out, so that the load neither spells nor
-// looks up a key in vain.
-constexpr bool InCatalogue(std::u16string_view key) {
+// Which texts are keys of the catalogue, and which reader holds each, is
+// known at compile time: the build lays its dictionary out from the
+// vocabularies, and every catalogue is read through that layout. The keys
+// that the builder spells out (plurals, prefixed symbols, the Greek mu) are
+// spelled here, and those that the catalogue has already are left out, so
+// that the load neither spells nor looks up a key in vain.
+//
+// The number of the reader that holds exactly `key` in the catalogue, or 0.
+constexpr std::uint16_t CatalogueReader(std::u16string_view key) {
     using RadixLayout::Form;
     const RadixLayout::Node<std::uint16_t>* node = &DictionaryLayout::kRoot;
     std::size_t at = 0;
     for (;;) {
-        if (at == key.size()) return node->value != 0;
+        if (at == key.size()) return node->value;
         if (node->form == Form::Branch) {
             const RadixLayout::Edge* edge = DictionaryLayout::kEdges + node->first;
             const RadixLayout::Edge* const end = edge + node->count;
             while (edge != end && edge->unit != key[at]) ++edge;
-            if (edge == end) return false;
+            if (edge == end) return 0;
             node = DictionaryLayout::kNodes + edge->child;
             ++at;
         } else if (node->form == Form::Run) {
             for (RadixLayout::Index n = 0; n < node->count; ++n, ++at) {
                 if (at == key.size() || DictionaryLayout::kUnits[node->first + n] != key[at]) {
-                    return false;
+                    return 0;
                 }
             }
             node = DictionaryLayout::kNodes + node->link;
         } else {
-            return false;
+            return 0;
         }
     }
+}
+
+constexpr bool InCatalogue(std::u16string_view key) {
+    return CatalogueReader(key) != 0;
 }
 
 // Whether a key of the catalogue goes on behind the unit that begins it.
@@ -159,6 +165,68 @@ struct Writer {
         for (char16_t unit : text) Put(unit);
     }
 };
+
+// The tables above as the build reads them at run time: numbers alone, the
+// keys of the lines and of the product sign in one array of texts, each
+// with its terminator, named by their place there. A table of pointers to
+// the literals would be relocated, and its pages copied, at every start of
+// a program that loads the library, whether it reads the everyday way or not.
+struct LineData {
+    Kind kind;
+    std::uint32_t key;  // its first unit in the array of keys
+    int unit;
+    double scale;
+};
+
+constexpr std::size_t KeyUnits() {
+    Writer counter;
+    for (const Line& line : kLines) counter.Put(line.key), counter.Put(u'\0');
+    for (const char16_t* key : kProducts) counter.Put(key), counter.Put(u'\0');
+    return counter.size;
+}
+
+struct PackedLines {
+    std::array<char16_t, KeyUnits()> keys{};
+    std::array<LineData, std::size(kLines)> lines{};
+    std::array<std::uint32_t, std::size(kProducts)> products{};
+    constexpr const char16_t* Key(std::uint32_t at) const { return keys.data() + at; }
+};
+
+constexpr PackedLines PackLines() {
+    PackedLines packed;
+    Writer out{packed.keys.data()};
+    const auto add = [&out](std::u16string_view key) {
+        const auto at = static_cast<std::uint32_t>(out.size);
+        out.Put(key);
+        out.Put(u'\0');
+        return at;
+    };
+    for (std::size_t i = 0; i < std::size(kLines); ++i)
+        packed.lines[i] = {kLines[i].kind, add(kLines[i].key), kLines[i].unit, kLines[i].scale};
+    for (std::size_t i = 0; i < std::size(kProducts); ++i) packed.products[i] = add(kProducts[i]);
+    return packed;
+}
+constexpr PackedLines kPackedLines = PackLines();
+
+// The units and scales of the prefixed symbols, and the prefixes' factors.
+struct PrefixedUnit {
+    int unit;
+    double scale;
+};
+constexpr std::array<PrefixedUnit, std::size(kPrefixed)> PrefixedUnits() {
+    std::array<PrefixedUnit, std::size(kPrefixed)> units{};
+    for (std::size_t i = 0; i < units.size(); ++i)
+        units[i] = {kPrefixed[i].unit, kPrefixed[i].scale};
+    return units;
+}
+constexpr auto kPrefixedUnits = PrefixedUnits();
+
+constexpr std::array<double, std::size(kPrefixes)> PrefixFactors() {
+    std::array<double, std::size(kPrefixes)> factors{};
+    for (std::size_t i = 0; i < factors.size(); ++i) factors[i] = kPrefixes[i].factor;
+    return factors;
+}
+constexpr auto kPrefixFactors = PrefixFactors();
 
 // Texts spelled at compile time, one after another with their terminators,
 // each with a note of what it stands for.
@@ -273,13 +341,14 @@ constexpr MicroKeys SortMicroKeys() {
 constexpr MicroKeys kMicroKeys = SortMicroKeys();
 
 // The catalogue writes micro with the micro sign; the Greek mu, which looks
-// the same, reads alike. Each key with the mu, noted with the key it stands for.
+// the same, reads alike. Each key with the mu, noted with the number of the
+// reader of the key it stands for.
 struct SpellGreekMu {
     template <typename Emit>
     constexpr void operator()(Emit&& emit) const {
         for (std::size_t i = 0; i < kMicroKeys.count; ++i) {
             const char16_t* key = kMicroKeys.keys[i];
-            emit(key, [key](Writer& out) {
+            emit(CatalogueReader(key), [key](Writer& out) {
                 for (const char16_t* unit = key; *unit != 0; ++unit) {
                     out.Put(*unit == kMicroSign ? kGreekMu : *unit);
                 }
@@ -387,7 +456,8 @@ constexpr bool PluralOfName(std::u16string_view name, Writer& out) {
 
 // "meters", "feet", "square inches", "degrees Celsius": the plural of the
 // first entry of every English line that has a key, of its text and of its
-// further keys, noted with the name.
+// further keys, noted with the number of the reader that holds the name (0
+// where the name is no key).
 template <typename Visit>
 constexpr void ForEachName(Visit&& visit) {
     for (const auto& line : Vocabulary::kEnglishTypes) {
@@ -413,7 +483,7 @@ struct SpellPlurals {
     template <typename Emit>
     constexpr void operator()(Emit&& emit) const {
         ForEachName([&emit](const char16_t* name) {
-            emit(name, [name](Writer& out) { return PluralOfName(name, out); });
+            emit(CatalogueReader(name), [name](Writer& out) { return PluralOfName(name, out); });
         });
     }
 };
@@ -426,9 +496,9 @@ constexpr auto SpellNewKeys() {
     constexpr auto draft = SpellNew<Note, most.units, most.count>(Spell{});
     return Trim<draft.unitCount, draft.count>(draft);
 }
-constexpr auto kPlurals = SpellNewKeys<const char16_t*, SpellPlurals>();
+constexpr auto kPlurals = SpellNewKeys<std::uint16_t, SpellPlurals>();
 constexpr auto kPrefixedKeys = SpellNewKeys<PrefixNote, SpellPrefixed>();
-constexpr auto kGreekMuKeys = SpellNewKeys<const char16_t*, SpellGreekMu>();
+constexpr auto kGreekMuKeys = SpellNewKeys<std::uint16_t, SpellGreekMu>();
 
 // Every line, plural, prefixed symbol, mu key and product adds one meaning
 // at most, and the lines and prefixed symbols one scaled unit each.
@@ -450,13 +520,14 @@ public:
         out.replaced.reserve(CountReplacing());
         out.words.Reserve(EverydayVocabulary::kWordNodes, EverydayVocabulary::kWordUnits,
                           EverydayVocabulary::kWordEdges);
-        for (const Line& line : kLines) AddLine(line);
+        for (const LineData& line : kPackedLines.lines) AddLine(line);
         AddPlurals();
         AddPrefixes();
         AddGreekMu();
         out.marks = {Known(u" "), Known(u"/"), Known(u"°"), Known(u"\u2032"), Known(u"\u2033")};
         const IParseSymbol* product = Known(u"·");
-        for (const char16_t* key : kProducts) AddWord(key, product, nullptr);
+        for (std::uint32_t key : kPackedLines.products)
+            AddWord(kPackedLines.Key(key), product, nullptr);
         std::sort(out.replaced.begin(), out.replaced.end(), EverydayVocabulary::BySymbol{});
         out.words.IndexWideBranches();
         const IParseSymbol* blank = Known(u" ");
@@ -473,6 +544,11 @@ private:
         std::size_t matched = 0;
         const IParseSymbol* symbol = catalog.Dictionary().FindLongest(key, &matched);
         return symbol != nullptr && key[matched] == 0 ? symbol : nullptr;
+    }
+
+    // The catalogue's reader of a number that its dictionary holds; null for 0.
+    const IParseSymbol* Reader(std::uint16_t number) const {
+        return catalog.Dictionary().Reader(number);
     }
 
     EverydayMeaning* NewMeaning(const IParseSymbol* everywhere, const IParseSymbol* inUS) {
@@ -528,20 +604,21 @@ private:
         }
     }
 
-    void AddLine(const Line& line) {
+    void AddLine(const LineData& line) {
+        const char16_t* const key = kPackedLines.Key(line.key);
         const IParseSymbol* meaning = Meaning(line.unit, line.scale);
         switch (line.kind) {
             case Kind::Word:
-                AddWord(line.key, meaning, nullptr);
+                AddWord(key, meaning, nullptr);
                 return;
             case Kind::WordInUS:
-                AddWord(line.key, nullptr, meaning);
+                AddWord(key, nullptr, meaning);
                 return;
             case Kind::Meaning:
             case Kind::MeaningInUS:
                 break;
         }
-        const IParseSymbol* owner = Known(line.key);
+        const IParseSymbol* owner = Known(key);
         if (owner == nullptr) std::abort();  // a line replaces a key that the catalogue lacks
         EverydayMeaning* entry = nullptr;
         for (auto& [symbol, existing] : out.replaced) {
@@ -557,7 +634,7 @@ private:
     // The plural of every plain English name reads as the name does.
     void AddPlurals() {
         for (std::size_t i = 0; i < kPlurals.count; ++i) {
-            if (const IParseSymbol* symbol = Known(kPlurals.entries[i].note)) {
+            if (const IParseSymbol* symbol = Reader(kPlurals.entries[i].note)) {
                 AddNewWord(kPlurals.Text(i), symbol, nullptr);
             }
         }
@@ -571,12 +648,12 @@ private:
             const PrefixNote& note = kPrefixedKeys.entries[i].note;
             if (note.base != base) {
                 base = note.base;
-                converter = catalog.Units().FindConverter(kPrefixed[base].unit);
+                converter = catalog.Units().FindConverter(kPrefixedUnits[base].unit);
                 if (converter == nullptr) std::abort();
             }
             // A key that the vocabulary has already keeps its meaning.
             const IParseSymbol* scaled =
-                NewScaled(*converter, kPrefixed[base].scale * kPrefixes[note.prefix].factor);
+                NewScaled(*converter, kPrefixedUnits[base].scale * kPrefixFactors[note.prefix]);
             if (Insert(kPrefixedKeys.Text(i), scaled, nullptr) != nullptr) out.scaled.pop_back();
         }
     }
@@ -584,7 +661,7 @@ private:
     // The Greek mu reads as the micro sign does.
     void AddGreekMu() {
         for (std::size_t i = 0; i < kGreekMuKeys.count; ++i) {
-            const IParseSymbol* symbol = Known(kGreekMuKeys.entries[i].note);
+            const IParseSymbol* symbol = Reader(kGreekMuKeys.entries[i].note);
             if (symbol == nullptr) std::abort();  // the catalogue lost a key of its lists
             AddNewWord(kGreekMuKeys.Text(i), symbol, nullptr);
         }

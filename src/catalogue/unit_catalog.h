@@ -48,6 +48,9 @@ public:
     }
     // Every key with its symbol, depth first: a key before the keys it begins.
     std::vector<std::pair<std::u16string, const IParseSymbol*>> Keys() const;
+    // The symbol of a reader number that the pools hold: what a lookup of
+    // a key whose value is that number finds. Null for 0.
+    const IParseSymbol* Reader(std::size_t number) const { return readers[number]; }
 
 private:
     RadixTreeView<std::uint16_t> tree;
