@@ -69,13 +69,14 @@ struct GroupLine {
 };
 
 using Resolver = ConversionTableBuilder::Resolver;
-using Build = UnitConverter* (*)(const Resolver&);
 
 struct UnitLine {
     int group;
     int type;
-    Build build;
 };
+
+// Builds the converter of a type by its line of the table.
+UnitConverter* BuildUnit(int group, int type, const Resolver& U);
 
 }  // namespace
 
@@ -104,7 +105,7 @@ public:
             const UnitLine* line = lines[type - 1];
             if (line == nullptr) std::abort();
             building[type - 1] = true;
-            slot.reset(line->build(*this));
+            slot.reset(BuildUnit(line->group, line->type, *this));
         }
         return *slot;
     }
@@ -136,7 +137,9 @@ private:
 namespace {
 
 // Both tables are constant: they stand before any static constructor of the
-// library runs, the catalogue's included.
+// library runs, the catalogue's included. They hold numbers alone, so that
+// the loader neither relocates nor copies them; the builds are the cases
+// of one switch.
 constexpr GroupLine kGroups[] = {
 #define GROUP(group, types, ...) {group, types, {__VA_ARGS__}},
 #define UNIT(...)
@@ -149,14 +152,28 @@ constexpr GroupLine kGroups[] = {
 
 constexpr UnitLine kUnits[] = {
 #define GROUP(...)
-#define UNIT(group, type, label, ...) \
-    {group, type, []([[maybe_unused]] const Resolver& U) { return U.Own(__VA_ARGS__); }},
+#define UNIT(group, type, label, ...) {group, type},
 #define EQ(factor)
 #include "units/conversion_table.inc"
 #undef GROUP
 #undef UNIT
 #undef EQ
 };
+
+UnitConverter* BuildUnit(int group, int type, const Resolver& U) {
+    switch (UnitId::Make(group, type)) {
+#define GROUP(...)
+#define UNIT(group, type, label, ...) \
+    case UnitId::Make(group, type):   \
+        return U.Own(__VA_ARGS__);
+#define EQ(factor)
+#include "units/conversion_table.inc"
+#undef GROUP
+#undef UNIT
+#undef EQ
+    }
+    std::abort();
+}
 
 // The groups are numbered from 1 up without a gap, each once: a group's
 // number less one is its place.
