@@ -1,6 +1,11 @@
 // The Converter class and the flat conversion functions.
 #include <algorithm>
 
+#if defined(__x86_64__) && (defined(__GNUC__) || defined(__clang__))
+#include <cpuid.h>
+#define MENSURA_FOUR_LANES 1
+#endif
+
 #include "catalogue/unit_catalog.h"
 #include "mensura/mensura.hpp"
 #include "units/unit_table.h"
@@ -13,26 +18,12 @@ constexpr int kNoUnit = -1;
 
 // out[i] = values[i] * into / outOf, rounded twice as Convert rounds. The
 // divide bounds the speed, so where the processor has them the loop runs on
-// four lanes at once (a clone chosen at load); each lane rounds alike.
-// Four loads come before four stores: out may be values, and a block read
-// whole lets the compiler use vector lanes without a check.
-//
-// The clone's selector runs while the program is loaded, before a thread
-// sanitizer's runtime has started, so that build keeps the one plain loop.
-#if defined(__SANITIZE_THREAD__)
-#define MENSURA_NO_CLONES 1
-#elif defined(__has_feature)
-#if __has_feature(thread_sanitizer)
-#define MENSURA_NO_CLONES 1
-#endif
-#endif
-#if defined(MENSURA_NO_CLONES)
-#define MENSURA_COLUMN_CLONES
-#else
-#define MENSURA_COLUMN_CLONES __attribute__((target_clones("avx2", "default")))
-#endif
-MENSURA_COLUMN_CLONES void ScaleColumn(const double* values, double* out, std::size_t count,
-                                       double into, double outOf) {
+// four lanes at once; each lane rounds alike. Four loads come before four
+// stores: out may be values, and a block read whole lets the compiler use
+// vector lanes without a check.
+inline __attribute__((always_inline)) void ScaleColumnLoop(const double* values, double* out,
+                                                           std::size_t count, double into,
+                                                           double outOf) {
     std::size_t i = 0;
     for (; i + 4 <= count; i += 4) {
         const double a = values[i], b = values[i + 1], c = values[i + 2], d = values[i + 3];
@@ -42,6 +33,50 @@ MENSURA_COLUMN_CLONES void ScaleColumn(const double* values, double* out, std::s
         out[i + 3] = d * into / outOf;
     }
     for (; i < count; ++i) out[i] = values[i] * into / outOf;
+}
+
+using ScaleColumnLoopFunction = void (*)(const double*, double*, std::size_t, double, double);
+
+void PlainScaleColumn(const double* values, double* out, std::size_t count, double into,
+                      double outOf) {
+    ScaleColumnLoop(values, out, count, into, outOf);
+}
+
+// The four-lane loop is chosen on the first call, when the processor is
+// asked what it has: a choice made at load, as a clone selector makes it,
+// would have every program that loads the library ask, whether it converts
+// a column or not, and in a virtual machine each question traps.
+#if defined(MENSURA_FOUR_LANES)
+__attribute__((target("avx2"))) void FourLaneScaleColumn(const double* values, double* out,
+                                                         std::size_t count, double into,
+                                                         double outOf) {
+    ScaleColumnLoop(values, out, count, into, outOf);
+}
+
+// Whether the processor has four-lane vectors of doubles (AVX2) and the
+// system keeps their registers.
+bool HasFourLanes() {
+    unsigned a = 0, b = 0, c = 0, d = 0;
+    if (__get_cpuid(1, &a, &b, &c, &d) == 0 || (c & bit_OSXSAVE) == 0 || (c & bit_AVX) == 0)
+        return false;
+    unsigned low = 0, high = 0;
+    __asm__("xgetbv" : "=a"(low), "=d"(high) : "c"(0));
+    if ((low & 6) != 6) return false;  // the system saves the vector registers
+    return __get_cpuid_count(7, 0, &a, &b, &c, &d) != 0 && (b & bit_AVX2) != 0;
+}
+
+ScaleColumnLoopFunction ChooseScaleColumn() {
+    return HasFourLanes() ? FourLaneScaleColumn : PlainScaleColumn;
+}
+#else
+ScaleColumnLoopFunction ChooseScaleColumn() {
+    return PlainScaleColumn;
+}
+#endif
+
+void ScaleColumn(const double* values, double* out, std::size_t count, double into, double outOf) {
+    static const ScaleColumnLoopFunction loop = ChooseScaleColumn();
+    loop(values, out, count, into, outOf);
 }
 
 Dimensions ToDimensions(const int (&exponents)[7]) {
