@@ -1,9 +1,15 @@
 // Reads conversion_table.inc into UnitTable.converters.
+//
+// The builds are worked out by the compiler: every line's exponents, factor
+// and offset, and each type's key of exponents, are constants of the
+// library, and the load only makes a converter of each. The compiler's
+// arithmetic on doubles rounds as the processor's does, one operation at a
+// time, so a factor is the very double that the same build gives at run time.
 #include <algorithm>
-#include <cmath>
+#include <array>
 #include <cstddef>
 #include <cstdlib>
-#include <memory>
+#include <iterator>
 
 #include "units/unit_table.h"
 
@@ -12,54 +18,83 @@ namespace Mensura {
 // Fills the table's converters from the data; a friend of the table.
 class ConversionTableBuilder {
 public:
-    class Resolver;
     static constexpr std::size_t Bytes();
     static void Fill(UnitTable& table);
-
-private:
-    static void KeyDimensions(UnitTable& table);
 };
 
 namespace {
 
-// The operators of a build line. Each yields a GenericConverter by value.
-GenericConverter operator*(const UnitConverter& a, const UnitConverter& b) {
-    return GenericConverter(a, b, GenericConverter::Product);
-}
-GenericConverter operator*(double a, const UnitConverter& b) {
-    return GenericConverter(a) * b;
-}
-GenericConverter operator*(const UnitConverter& a, double b) {
-    return a * GenericConverter(b);
-}
-GenericConverter operator/(const UnitConverter& a, const UnitConverter& b) {
-    return GenericConverter(a, b, GenericConverter::Quotient);
-}
-GenericConverter operator/(double a, const UnitConverter& b) {
-    return GenericConverter(a) / b;
-}
-GenericConverter operator/(const UnitConverter& a, double b) {
-    return a / GenericConverter(b);
+// A converter as a build line works it out: its exponents, its factor and,
+// for a temperature scale, its offset.
+struct Built {
+    Dimensions dims{};
+    double factor = 0.0;
+    double offset = 0.0;
+    bool linear = false;             // a LinearConverter; else a GenericConverter
+    std::uint32_t dimensionKey = 0;  // see UnitConverter::SetDimensionKey
+};
+
+constexpr Dimensions Add(const Dimensions& a, const Dimensions& b) {
+    Dimensions sum{};
+    for (std::size_t i = 0; i < sum.size(); ++i) sum[i] = a[i] + b[i];
+    return sum;
 }
 
-using std::pow;
+constexpr Dimensions Subtract(const Dimensions& a, const Dimensions& b) {
+    Dimensions difference{};
+    for (std::size_t i = 0; i < difference.size(); ++i) difference[i] = a[i] - b[i];
+    return difference;
+}
+
+constexpr bool Same(const Dimensions& a, const Dimensions& b) {
+    for (std::size_t i = 0; i < a.size(); ++i) {
+        if (a[i] != b[i]) return false;
+    }
+    return true;
+}
+
+// The operators of a build line, as GenericConverter's product and quotient
+// work: exponents add or subtract, factors multiply or divide, and the
+// result is a pure scale, whatever an operand's offset.
+constexpr Built operator*(const Built& a, const Built& b) {
+    return {Add(a.dims, b.dims), a.factor * b.factor};
+}
+constexpr Built operator*(double a, const Built& b) {
+    return Built{{}, a} * b;
+}
+constexpr Built operator*(const Built& a, double b) {
+    return a * Built{{}, b};
+}
+constexpr Built operator/(const Built& a, const Built& b) {
+    return {Subtract(a.dims, b.dims), a.factor / b.factor};
+}
+constexpr Built operator/(double a, const Built& b) {
+    return Built{{}, a} / b;
+}
+constexpr Built operator/(const Built& a, double b) {
+    return a / Built{{}, b};
+}
+
+// The table's powers are of 1024: products of powers of two, exact, as the
+// library's pow gives them.
+constexpr double pow(double base, int exponent) {
+    double power = 1.0;
+    for (int i = 0; i < exponent; ++i) power *= base;
+    return power;
+}
 
 template <int L, int M, int T, int I, int Theta, int N, int J>
-GenericConverter Root(double factor) {
-    return GenericConverter(Quantity<L, M, T, I, Theta, N, J>(factor));
+constexpr Built Root(double factor) {
+    return {Dimensions{L, M, T, I, Theta, N, J}, factor};
 }
 
-LinearConverter Linear(double factor, double offset) {
-    return LinearConverter(Quantity<0, 0, 0, 0, 1, 0, 0>(factor),
-                           Quantity<0, 0, 0, 0, 1, 0, 0>(offset));
+constexpr Built Linear(double factor, double offset) {
+    return {Dimensions{0, 0, 0, 0, 1, 0, 0}, factor, offset, true};
 }
 
-// What SameAs asks for: a copy of a converter of the table, of its class.
-struct Copy {
-    const UnitConverter& source;
-};
-Copy SameAs(const UnitConverter& source) {
-    return Copy{source};
+// A copy of another type's converter, of its class.
+constexpr Built SameAs(const Built& source) {
+    return source;
 }
 
 struct GroupLine {
@@ -68,78 +103,13 @@ struct GroupLine {
     Dimensions exponents;
 };
 
-using Resolver = ConversionTableBuilder::Resolver;
-
 struct UnitLine {
     int group;
     int type;
 };
 
-// Builds the converter of a type by its line of the table.
-UnitConverter* BuildUnit(int group, int type, const Resolver& U);
-
-}  // namespace
-
-// Hands out converters to the build lines, building a type of the current
-// group on first use, so that a line may name a later type of its own group.
-// The converters it makes go into the table's arena.
-class ConversionTableBuilder::Resolver {
-public:
-    // lines and building have room for the types of the largest group.
-    Resolver(UnitTable& table, const std::size_t* first, const UnitLine** lines, bool* building)
-        : table(table), first(first), lines(lines), building(building) {}
-
-    void StartGroup(int group, int types) {
-        std::fill_n(lines, types, nullptr);
-        std::fill_n(building, types, false);
-        current = group;
-    }
-
-    void AddLine(const UnitLine& line) { lines[line.type - 1] = &line; }
-
-    const UnitConverter& operator()(int group, int type) const {
-        auto& slot = table.converters[first[group - 1] + type - 1];
-        if (!slot) {
-            // A table that names a later group or refers to itself cannot be built.
-            if (group != current || building[type - 1]) std::abort();
-            const UnitLine* line = lines[type - 1];
-            if (line == nullptr) std::abort();
-            building[type - 1] = true;
-            slot.reset(BuildUnit(line->group, line->type, *this));
-        }
-        return *slot;
-    }
-
-    UnitConverter* Own(const GenericConverter& converter) const {
-        return table.arena.New<GenericConverter>(converter);
-    }
-    UnitConverter* Own(const LinearConverter& converter) const {
-        return table.arena.New<LinearConverter>(converter);
-    }
-    UnitConverter* Own(const Copy& copy) const {
-        // A few lines of the table ask for a copy; both classes are final.
-        if (const auto* linear = dynamic_cast<const LinearConverter*>(&copy.source)) {
-            return Own(*linear);
-        }
-        return Own(static_cast<const GenericConverter&>(copy.source));
-    }
-
-private:
-    UnitTable& table;
-    const std::size_t* first;  // by group number less one: the group's first type
-    // The lines of the current group, by type number less one, and which
-    // of them are being built.
-    const UnitLine** lines;
-    bool* building;
-    int current = 0;
-};
-
-namespace {
-
 // Both tables are constant: they stand before any static constructor of the
-// library runs, the catalogue's included. They hold numbers alone, so that
-// the loader neither relocates nor copies them; the builds are the cases
-// of one switch.
+// library runs, the catalogue's included.
 constexpr GroupLine kGroups[] = {
 #define GROUP(group, types, ...) {group, types, {__VA_ARGS__}},
 #define UNIT(...)
@@ -160,27 +130,15 @@ constexpr UnitLine kUnits[] = {
 #undef EQ
 };
 
-UnitConverter* BuildUnit(int group, int type, const Resolver& U) {
-    switch (UnitId::Make(group, type)) {
-#define GROUP(...)
-#define UNIT(group, type, label, ...) \
-    case UnitId::Make(group, type):   \
-        return U.Own(__VA_ARGS__);
-#define EQ(factor)
-#include "units/conversion_table.inc"
-#undef GROUP
-#undef UNIT
-#undef EQ
-    }
-    std::abort();
-}
+constexpr std::size_t kGroupCount = std::size(kGroups);
+constexpr std::size_t kTypes = std::size(kUnits);
 
 // The groups are numbered from 1 up without a gap, each once: a group's
 // number less one is its place.
 constexpr bool GroupsNumberedInFull() {
-    bool seen[std::size(kGroups)] = {};
+    bool seen[kGroupCount] = {};
     for (const GroupLine& group : kGroups) {
-        if (group.group < 1 || static_cast<std::size_t>(group.group) > std::size(kGroups) ||
+        if (group.group < 1 || static_cast<std::size_t>(group.group) > kGroupCount ||
             seen[group.group - 1]) {
             return false;
         }
@@ -190,75 +148,146 @@ constexpr bool GroupsNumberedInFull() {
 }
 static_assert(GroupsNumberedInFull(), "conversion_table.inc: group numbers with a gap or twice");
 
-}  // namespace
+// Where each group's types start among all types, by group number: the
+// types stand group after group in the order of their numbers, while the
+// table builds the groups in another order.
+struct GroupStarts {
+    std::size_t first[kGroupCount + 1] = {};
+};
+constexpr GroupStarts StartsOfGroups() {
+    GroupStarts starts;
+    for (const GroupLine& group : kGroups) starts.first[group.group] = group.types;
+    for (std::size_t group = 1; group <= kGroupCount; ++group)
+        starts.first[group] += starts.first[group - 1];
+    return starts;
+}
+constexpr GroupStarts kStarts = StartsOfGroups();
+static_assert(kStarts.first[kGroupCount] == kTypes,
+              "conversion_table.inc: a type without its line, or a line too many");
 
-// The most types that a group has.
-constexpr std::size_t MostTypes() {
-    std::size_t most = 0;
-    for (const GroupLine& group : kGroups)
-        most = std::max(most, static_cast<std::size_t>(group.types));
-    return most;
+// A build that names a later group, a type of its own group that has no
+// line, or itself cannot be worked out: the compiler stops at this call.
+inline void BuildCannotBeWorkedOut() {}
+
+// Hands out the converters of the types to the build lines, working a type
+// of the current group out on first use, so that a line may name a later
+// type of its own group (the inch is built on the foot).
+class Resolver {
+public:
+    constexpr Resolver(Built* built, bool* done, bool* building, const UnitLine** lines)
+        : built(built), done(done), building(building), lines(lines) {}
+
+    constexpr void StartGroup(int group) { current = group; }
+
+    constexpr const Built& operator()(int group, int type) const {
+        const std::size_t place = kStarts.first[group - 1] + static_cast<std::size_t>(type) - 1;
+        if (!done[place]) {
+            if (group != current || building[place] || lines[place] == nullptr)
+                BuildCannotBeWorkedOut();
+            building[place] = true;
+            built[place] = Build(group, type);
+            done[place] = true;
+        }
+        return built[place];
+    }
+
+private:
+    constexpr Built Build(int group, int type) const;
+
+    Built* built;
+    bool* done;
+    bool* building;
+    const UnitLine** lines;
+    int current = 0;
+};
+
+constexpr Built Resolver::Build(int group, int type) const {
+    [[maybe_unused]] const Resolver& U = *this;
+    switch (UnitId::Make(group, type)) {
+#define GROUP(...)
+#define UNIT(group, type, label, ...) \
+    case UnitId::Make(group, type):   \
+        return __VA_ARGS__;
+#define EQ(factor)
+#include "units/conversion_table.inc"
+#undef GROUP
+#undef UNIT
+#undef EQ
+    }
+    BuildCannotBeWorkedOut();
+    return {};
 }
 
+// Every type's converter, in the order of the types, with its key of
+// exponents: one more than the place of the first group with the same
+// exponents; 0 where a converter's exponents are not its group's, which
+// is then compared exponent by exponent.
+struct BuiltTable {
+    Built types[kTypes];
+};
+
+constexpr BuiltTable BuildTable() {
+    BuiltTable table{};
+    bool done[kTypes] = {};
+    bool building[kTypes] = {};
+    const UnitLine* lines[kTypes] = {};
+    for (const UnitLine& line : kUnits)
+        lines[kStarts.first[line.group - 1] + static_cast<std::size_t>(line.type) - 1] = &line;
+    Resolver resolve(table.types, done, building, lines);
+    for (const GroupLine& group : kGroups) {
+        resolve.StartGroup(group.group);
+        for (int type = 1; type <= group.types; ++type) resolve(group.group, type);
+    }
+    for (const GroupLine& group : kGroups) {
+        std::uint32_t key = 1;
+        while (!Same(kGroups[key - 1].exponents, group.exponents)) ++key;
+        const std::size_t first = kStarts.first[group.group - 1];
+        for (int type = 0; type < group.types; ++type) {
+            Built& built = table.types[first + static_cast<std::size_t>(type)];
+            if (Same(built.dims, group.exponents)) built.dimensionKey = key;
+        }
+    }
+    return table;
+}
+
+constexpr BuiltTable kBuilt = BuildTable();
+
+}  // namespace
+
 constexpr std::size_t ConversionTableBuilder::Bytes() {
-    std::size_t types = 0;
-    for (const GroupLine& group : kGroups) types += static_cast<std::size_t>(group.types);
-    return Arena::Rounded(types * sizeof(UnitTable::ConverterSlot)) +
-           std::size(kUnits) *
-               Arena::Rounded(std::max(sizeof(GenericConverter), sizeof(LinearConverter)));
+    return Arena::Rounded(kTypes * sizeof(UnitTable::ConverterSlot)) +
+           kTypes * Arena::Rounded(std::max(sizeof(GenericConverter), sizeof(LinearConverter)));
 }
 
 void ConversionTableBuilder::Fill(UnitTable& table) {
     static_assert(Bytes() <= UnitTable::kRoomBytes, "the table's room is too small");
-    static_assert(std::size(kUnits) == ConversionTableSize::kTypes,
+    static_assert(kTypes == ConversionTableSize::kTypes,
                   "conversion_table.inc: a type without its line, or a line too many");
-    constexpr std::size_t kGroupCount = std::size(kGroups);
-    // Where each group's types start in the one array of converters, by
-    // group number: the table builds the groups in another order.
-    std::size_t first[kGroupCount + 1] = {};
-    for (const GroupLine& group : kGroups) first[group.group] = group.types;
-    for (std::size_t group = 1; group <= kGroupCount; ++group) first[group] += first[group - 1];
     table.converterIndex.fill(UnitTable::GroupSlots{});
     table.converters.clear();
-    table.converters.resize(first[kGroupCount]);
+    table.converters.reserve(kTypes);
+    for (const Built& built : kBuilt.types) {
+        UnitConverter* converter = nullptr;
+        if (built.linear) {
+            converter =
+                table.arena.New<LinearConverter>(Quantity<0, 0, 0, 0, 1, 0, 0>(built.factor),
+                                                 Quantity<0, 0, 0, 0, 1, 0, 0>(built.offset));
+        } else {
+            converter = table.arena.New<GenericConverter>(built.dims, built.factor);
+        }
+        converter->SetDimensionKey(built.dimensionKey);
+        table.converters.emplace_back(converter);
+    }
     table.groupCount = kGroupCount;
     for (std::size_t group = 0; group < kGroupCount; ++group) {
         table.converterIndex[group + 1] = {
-            table.converters.data() + first[group],
-            static_cast<std::uint32_t>(first[group + 1] - first[group])};
+            table.converters.data() + kStarts.first[group],
+            static_cast<std::uint32_t>(kStarts.first[group + 1] - kStarts.first[group])};
     }
-    const UnitLine* lines[MostTypes()];
-    bool building[MostTypes()];
-    Resolver resolve(table, first, lines, building);
-    const UnitLine* line = kUnits;
-    const UnitLine* const end = kUnits + std::size(kUnits);
-    for (const GroupLine& group : kGroups) {
-        resolve.StartGroup(group.group, group.types);
-        // The 68 groups fit the exponent index with room to spare.
+    // The 68 groups fit the exponent index with room to spare; they register
+    // in the order of the table.
+    for (const GroupLine& group : kGroups)
         table.dimensionIndex.Register(group.exponents, group.group << 12);
-        const UnitLine* firstLine = line;
-        for (; line != end && line->group == group.group; ++line) resolve.AddLine(*line);
-        for (const UnitLine* unit = firstLine; unit != line; ++unit)
-            resolve(unit->group, unit->type);
-    }
-    KeyDimensions(table);
-}
-
-void ConversionTableBuilder::KeyDimensions(UnitTable& table) {
-    // A group's key is one more than the place of the first group with the
-    // same exponents; a converter whose exponents are not its group's keeps
-    // 0 and is compared exponent by exponent.
-    for (const GroupLine& group : kGroups) {
-        std::uint32_t key = 1;
-        while (!SameDimensions(kGroups[key - 1].exponents, group.exponents)) ++key;
-        const UnitTable::GroupSlots& slots = table.converterIndex[group.group];
-        for (std::uint32_t type = 0; type < slots.count; ++type) {
-            UnitConverter& converter = *slots.types[type];
-            if (SameDimensions(converter.GetDimensions(), group.exponents)) {
-                converter.SetDimensionKey(key);
-            }
-        }
-    }
 }
 
 void FillConversionTable(UnitTable& table) {
