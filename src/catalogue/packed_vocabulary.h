@@ -105,6 +105,14 @@ constexpr void ForEachPackedText(Visit&& visit) {
     for (std::u16string_view name : kUnitlessNames) visit(name);
 }
 
+// A symbol keeps its text's length in 16 bits (SimpleFormatSymbol).
+constexpr bool TextsFitSixteenBits() {
+    bool fit = true;
+    ForEachPackedText([&fit](std::u16string_view text) { fit = fit && text.size() <= 0xFFFF; });
+    return fit;
+}
+static_assert(TextsFitSixteenBits(), "a vocabulary text of 65536 units or more");
+
 constexpr std::size_t PackedTextUnits() {
     std::size_t units = 0;
     ForEachPackedText([&units](std::u16string_view text) { units += text.size() + 1; });

@@ -90,9 +90,12 @@ public:
 
     void Run() {
         for (auto& names : catalog.groupNames) names.clear();
+        // Every number gets its reader below: 0 none, then the operators and
+        // the places of both languages, null where a place reads nothing.
+        static_assert(kReaders == 1 + kOperators + 2 * kPlaces, "a reader number without a place");
         readers = static_cast<const IParseSymbol**>(catalog.arena.Resource()->allocate(
             kReaders * sizeof(const IParseSymbol*), alignof(const IParseSymbol*)));
-        std::fill_n(readers, kReaders, nullptr);
+        readers[0] = nullptr;
         LayOutSymbols();
         MakeOperators(OperatorClasses{});
         StartLanguage(0);
@@ -103,9 +106,9 @@ public:
 
 private:
     // Every type has as many places as its English line has symbols, in both
-    // languages; the slots of all of them are made at once. The places stand
-    // in the order of the English lines, which is the order of the table's
-    // types.
+    // languages; the room for the slots of all of them is made at once. The
+    // places stand in the order of the English lines, which is the order of
+    // the table's types, so that each language's slots are made in order.
     void LayOutSymbols() {
         auto& first = catalog.firstSymbol;
         first.assign(units.TypeCount() + 1, 0);
@@ -120,7 +123,7 @@ private:
         if (first.back() != kPlaces) std::abort();
         for (auto& language : catalog.symbols) {
             language.clear();
-            language.resize(first.back());
+            language.reserve(first.back());
         }
     }
 
@@ -183,15 +186,16 @@ private:
     // Makes the symbols of the type of an English line in a language, and
     // notes their readers by number.
     void AddType(int language, const Line& line, int unit, const UnitConverter& converter) {
-        UnitCatalog::SymbolSlot* slots = catalog.symbols[language].data() + line.first;
+        auto& slots = catalog.symbols[language];
+        if (slots.size() != line.first) std::abort();  // the lines come in the order of places
         const Place* places = kPacked.places.data() + line.first;
         const IParseSymbol** const lineReaders = readers + ReaderOf(language, line.first);
         for (std::size_t i = 0; i < line.count; ++i) {
             const Place& place = places[i];
             const int id = UnitId::Make(0, 0, static_cast<int>(i + 1)) | unit;
             const IParseSymbol* reader = nullptr;
-            slots[i].reset(Make(place.kind, kPacked.View(place.text[language]), id, unit, converter,
-                                place.marks & NoSpace, language, reader));
+            slots.emplace_back(Make(place.kind, kPacked.View(place.text[language]), id, unit,
+                                    converter, place.marks & NoSpace, language, reader));
             lineReaders[i] = reader;
         }
     }

@@ -10,6 +10,7 @@ Result SimpleFormatSymbol::Render(double, const Dimensions&, char16_t* buffer, s
     std::size_t at = 0;
     if (!(flags & NoSpace)) buffer[at++] = u' ';
     // The text and its terminator must fit.
+    const std::u16string_view text = Text();
     if (at + text.size() + 1 > size) return Result::Fail();
     text.copy(buffer + at, text.size());
     at += text.size();

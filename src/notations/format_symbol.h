@@ -67,19 +67,28 @@ public:
     // Writes the symbol alone: the blank, if any, and the text.
     Result Render(double value, const Dimensions& dims, char16_t* buffer, std::size_t size,
                   const NumberSettings& settings) const override;
-    const char16_t* GetText() const override { return text.data(); }
+    const char16_t* GetText() const override { return text; }
     std::uint32_t Flags() const { return flags; }
 
 protected:
     // The text is constant data that outlives the symbol, as the vocabulary's
-    // literals do; the symbol points at it. A terminator stands behind it. A
-    // view whose length is known already spares counting it.
+    // texts do; the symbol points at it. A terminator stands behind it. A
+    // view whose length is known already spares counting it. The text is
+    // shorter than 65536 units: its length and the flags share 32 bits, which
+    // leaves room behind them for a derived class's first field, and so makes
+    // the thousands of symbols that the catalogue makes at load 8 bytes
+    // smaller each.
     SimpleFormatSymbol(std::u16string_view symbolText, std::uint32_t symbolFlags)
-        : text(symbolText), flags(symbolFlags) {}
+        : text(symbolText.data()),
+          length(static_cast<std::uint16_t>(symbolText.size())),
+          flags(static_cast<std::uint16_t>(symbolFlags)) {}
+
+    std::u16string_view Text() const { return {text, length}; }
 
 private:
-    std::u16string_view text;
-    std::uint32_t flags;
+    const char16_t* text;
+    std::uint16_t length;
+    std::uint16_t flags;
 };
 
 // A symbol behind one number in its unit: "5.50 m", "20.00°C". Its one form,
