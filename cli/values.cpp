@@ -197,24 +197,12 @@ void PrintResult(bool json, bool exact, long line, std::string_view input, int u
     Print(out);
 }
 
-// Runs step on the one value of the command line, or else on every line of
-// standard input that is not blank.
+// Runs step on every line of standard input that is not blank. A function
+// of its own, never folded into RunValues: its reader holds 64 KiB, and a
+// frame that held them would push the calls for a value of the command line
+// that far down the stack, onto pages that the process must fault in.
 template <typename Step>
-int RunValues(const Arguments& arguments, const std::string_view* single, int unit,
-              const Step& step) {
-    const bool json = arguments.Has("--json");
-    const bool exact = arguments.Has("--exact");
-    if (single != nullptr) {
-        const Outcome outcome = step(*single);
-        if (outcome.code != ErrorCode::Success) {
-            ReportFailure(json, 0, *single, outcome.code, outcome.message, outcome.excerpt);
-            return kExitFailed;
-        }
-        if (!outcome.note.empty()) ReportNote(json, 0, outcome.note);
-        std::string out;
-        PrintResult(json, exact, 0, *single, unit, outcome.value, out);
-        return kExitOk;
-    }
+[[gnu::noinline]] int RunLines(bool json, bool exact, int unit, const Step& step) {
     // A notice is given once for each symbol, on the first line that has it.
     std::set<std::string> noted;
     bool failed = false;
@@ -250,6 +238,25 @@ int RunValues(const Arguments& arguments, const std::string_view* single, int un
         PrintResult(json, exact, number, input, unit, outcome.value, out);
     }
     return failed ? kExitFailed : kExitOk;
+}
+
+// Runs step on the one value of the command line, or else on every line of
+// standard input that is not blank.
+template <typename Step>
+int RunValues(const Arguments& arguments, const std::string_view* single, int unit,
+              const Step& step) {
+    const bool json = arguments.Has("--json");
+    const bool exact = arguments.Has("--exact");
+    if (single == nullptr) return RunLines(json, exact, unit, step);
+    const Outcome outcome = step(*single);
+    if (outcome.code != ErrorCode::Success) {
+        ReportFailure(json, 0, *single, outcome.code, outcome.message, outcome.excerpt);
+        return kExitFailed;
+    }
+    if (!outcome.note.empty()) ReportNote(json, 0, outcome.note);
+    std::string out;
+    PrintResult(json, exact, 0, *single, unit, outcome.value, out);
+    return kExitOk;
 }
 
 }  // namespace
