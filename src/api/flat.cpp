@@ -51,7 +51,7 @@ int ApplySymbolStringSetting(MensuraFormatter* formatter, int selector, int symb
 
 extern "C" {
 int Convert(double value, int from, double* out, int to) {
-    if (out == nullptr) return static_cast<int>(ErrorCode::Failure);
+    if (__builtin_expect(out == nullptr, 0)) return static_cast<int>(ErrorCode::Failure);
     return static_cast<int>(Mensura::UnitTable::Instance().Convert(value, from, *out, to));
 }
 

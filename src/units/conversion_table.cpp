@@ -20,6 +20,9 @@ class ConversionTableBuilder {
 public:
     static constexpr std::size_t Bytes();
     static void Fill(UnitTable& table);
+
+private:
+    static void FillEntries(UnitTable& table);
 };
 
 namespace {
@@ -32,6 +35,9 @@ struct Built {
     double offset = 0.0;
     bool linear = false;             // a LinearConverter; else a GenericConverter
     std::uint32_t dimensionKey = 0;  // see UnitConverter::SetDimensionKey
+    // The number of its exponents in the table's conversion entries, which
+    // every type has: see BuildTable.
+    std::uint32_t entryKey = 0;
 };
 
 constexpr Dimensions Add(const Dimensions& a, const Dimensions& b) {
@@ -247,6 +253,21 @@ constexpr BuiltTable BuildTable() {
             if (Same(built.dims, group.exponents)) built.dimensionKey = key;
         }
     }
+    // The conversion entries number the exponents of every type: as the key
+    // above where the type has one; otherwise by the first group with its
+    // exponents, or, where no group has them, by one more than the number of
+    // groups and the place of the first type that has them.
+    for (Built& built : table.types) {
+        built.entryKey = built.dimensionKey;
+        for (std::size_t group = 0; built.entryKey == 0 && group < kGroupCount; ++group) {
+            if (Same(kGroups[group].exponents, built.dims))
+                built.entryKey = static_cast<std::uint32_t>(group + 1);
+        }
+        for (std::size_t place = 0; built.entryKey == 0; ++place) {
+            if (Same(table.types[place].dims, built.dims))
+                built.entryKey = static_cast<std::uint32_t>(kGroupCount + 1 + place);
+        }
+    }
     return table;
 }
 
@@ -288,6 +309,31 @@ void ConversionTableBuilder::Fill(UnitTable& table) {
     // in the order of the table.
     for (const GroupLine& group : kGroups)
         table.dimensionIndex.Register(group.exponents, group.group << 12);
+    FillEntries(table);
+}
+
+void ConversionTableBuilder::FillEntries(UnitTable& table) {
+    ConversionEntries& entries = table.entries;
+    std::size_t place = 0;
+    for (std::size_t group = 0; group < table.entryBase.size(); ++group) {
+        const bool known = group >= 1 && group <= kGroupCount;
+        const std::size_t first = known ? kStarts.first[group - 1] : 0;
+        const std::size_t count = known ? kStarts.first[group] - first : 0;
+        table.SetRun(group, place, count);
+        entries.factor[place] = 1.0;
+        entries.offset[place] = 0.0;
+        entries.into[place] = ConversionEntries::kNoUnitInto;
+        entries.outOf[place] = ConversionEntries::kNoUnitOutOf;
+        ++place;
+        for (std::size_t type = 0; type < count; ++type, ++place) {
+            const Built& built = kBuilt.types[first + type];
+            const std::uint32_t key = built.entryKey << 2;
+            entries.factor[place] = built.factor;
+            entries.offset[place] = built.linear ? built.offset : 0.0;
+            entries.into[place] = key | (built.linear ? ConversionEntries::kOffsetInto : 0);
+            entries.outOf[place] = key | (built.linear ? ConversionEntries::kOffsetOutOf : 0);
+        }
+    }
 }
 
 void FillConversionTable(UnitTable& table) {

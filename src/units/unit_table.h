@@ -35,6 +35,43 @@ inline constexpr std::size_t kTypes = 0
     ;
 }  // namespace ConversionTableSize
 
+// What a conversion by id reads of every unit type, a place each: the
+// arithmetic of its converter, and two keys, so that one compare of a key of
+// each unit tells whether both are plain scales with the same exponents. The
+// fields are in arrays of their own, so that a place reads each with a
+// scaled index and no shift.
+struct ConversionEntries {
+    // A place for every unit type, and one of no unit for every value of the
+    // group field, which its type field 0 finds.
+    static constexpr std::size_t kPlaces = 256 + ConversionTableSize::kTypes;
+
+    // Both keys are the number of the unit's exponents times four, with a
+    // mark in the low two bits for a scale with an offset: 1 in `into` and 2
+    // in `outOf`. Every unit with the same exponents has the same number, and
+    // no unit has 0 or kNoUnitOutOf >> 2: a place of no unit has the first in
+    // `into` and the second in `outOf`, marked 3 and 2. So the `into` of one
+    // place and the `outOf` of another differ in the two low bits at most
+    // exactly when both are units of one dimension, and are equal exactly
+    // when both are plain scales besides.
+    static constexpr std::uint32_t kOffsetInto = 1;
+    static constexpr std::uint32_t kOffsetOutOf = 2;
+    static constexpr std::uint32_t kMarks = 3;
+    static constexpr std::uint32_t kNoUnitInto = 3;
+    static constexpr std::uint32_t kNoUnitOutOf = 0xFFFFFFFE;
+
+    std::array<double, kPlaces> factor;
+    std::array<std::uint32_t, kPlaces> into;
+    std::array<std::uint32_t, kPlaces> outOf;
+    std::array<double, kPlaces> offset;  // a temperature scale's; 0 for a plain scale
+
+    bool IsUnit(std::size_t place) const { return into[place] != kNoUnitInto; }
+    // The value in base units, as the converter computes it.
+    double IntoBase(std::size_t place, double value) const {
+        const double base = value * factor[place];
+        return (into[place] & kOffsetInto) != 0 ? base + offset[place] : base;
+    }
+};
+
 class UnitTable {
 public:
     // Builds the conversion table.
@@ -57,16 +94,42 @@ public:
     // Converts value from the unit type of `from` into that of `to`: the
     // value itself for the same unit, UnitMismatch for an unknown id or other
     // dimensions. Inline, so that both faces of the library convert without
-    // a call of their own.
+    // a call of their own. It reads the entries, not the converters, and
+    // gives what the converters' DirectConvertTo gives, bit for bit: two
+    // plain scales of one dimension take one compare of keys.
     ErrorCode Convert(double value, int from, double& out, int to) const {
         if (UnitId::SameUnit(from, to)) {
             out = value;
             return ErrorCode::Success;
         }
-        const UnitConverter* source = FindConverter(from);
-        const UnitConverter* target = FindConverter(to);
-        if (source == nullptr || target == nullptr) return ErrorCode::UnitMismatch;
-        return source->DirectConvertTo(value, out, *target);
+        const std::size_t fromLow = LowField(from), toLow = LowField(to);
+        const std::size_t fromGroup = GroupField(from), toGroup = GroupField(to);
+        if (__builtin_expect(fromLow > entryLimit[fromGroup] || toLow > entryLimit[toGroup], 0))
+            return ErrorCode::UnitMismatch;
+        const std::size_t source = entryBase[fromGroup] + fromLow;
+        const std::size_t target = entryBase[toGroup] + toLow;
+        const std::uint32_t keys = entries.into[source] ^ entries.outOf[target];
+        if (__builtin_expect(keys == 0, 1)) {
+            out = value * entries.factor[source] / entries.factor[target];
+            return ErrorCode::Success;
+        }
+        if (__builtin_expect(keys <= ConversionEntries::kMarks, 1)) {
+            // A temperature scale on one side or both, without a branch:
+            // the 0 of a plain side changes nothing, in any rounding mode.
+            // It could only turn the sign of a zero. A plain source's zero
+            // base value then meets the target's offset, which is not 0,
+            // and the difference is the same. Subtracting 0 changes only
+            // +0, and only when rounding down, which makes a temperature
+            // source's sum with its offset +0 only when both are.
+            out =
+                (value * entries.factor[source] + entries.offset[source] - entries.offset[target]) /
+                entries.factor[target];
+            return ErrorCode::Success;
+        }
+        // Other exponents, or no unit. As with the converters, out holds
+        // the base value when only the exponents differ.
+        if (entries.IsUnit(source) && entries.IsUnit(target)) out = entries.IntoBase(source, value);
+        return ErrorCode::UnitMismatch;
     }
 
     // The place of the unit type of id among all types, group by group; false
@@ -101,6 +164,13 @@ public:
 
 private:
     friend class ConversionTableBuilder;
+
+    // The group field of an id as it is, 0 included; and its type field with
+    // the low four bits of the group above it, one instruction where the
+    // type field alone takes two.
+    static std::size_t GroupField(int id) { return (static_cast<std::uint32_t>(id) >> 12) & 0xFF; }
+    static std::size_t LowField(int id) { return static_cast<std::uint16_t>(id); }
+
     static UnitTable s_instance;
 
     using ConverterSlot = std::unique_ptr<UnitConverter, DestroyInPlace>;
@@ -129,6 +199,17 @@ private:
     std::size_t groupCount = 0;
     DimensionIndex dimensionIndex;
     std::array<GroupSlots, 256> converterIndex{};
+
+    // What a conversion by id reads: for every value of the group field in
+    // turn, a place of no unit for its type field 0, then one for each unit
+    // type of the group. A group's run starts at place `zero` and has
+    // `count` types; an id finds its place as entryBase[group] +
+    // LowField(id) when LowField(id) is at most entryLimit[group], so that
+    // neither the type field nor the place takes a step of its own.
+    void SetRun(std::size_t group, std::size_t zero, std::size_t count);
+    ConversionEntries entries{};
+    std::array<std::size_t, 256> entryBase{};
+    std::array<std::size_t, 256> entryLimit{};
 };
 
 }  // namespace Mensura
