@@ -31,13 +31,9 @@ ErrorCode FormatterImpl::Format(double value, const Dimensions& dims, char16_t* 
     const int resolved = ResolveSymbol(request);
     // A formatting string of the resolved symbol renders in the catalogue's place.
     const IFormatSymbol* renderer = nullptr;
-    if (!symbolStrings.Empty()) renderer = symbolStrings.Renderer(resolved);
-    if (renderer == nullptr) {
-        if (const ISymbol* found = catalog.FindSymbol(resolved, languageIndex)) {
-            renderer = found->AsFormat();
-        }
-    }
-    if (renderer == nullptr) return ErrorCode::Failure;
+    if (__builtin_expect(!symbolStrings.Empty(), 0)) renderer = symbolStrings.Renderer(resolved);
+    if (renderer == nullptr) renderer = catalog.FindFormatSymbol(resolved, languageIndex);
+    if (__builtin_expect(renderer == nullptr, 0)) return ErrorCode::Failure;
     // The whole value in the symbol's unit, unrounded, whatever is rendered;
     // reckoned first, so that its division overlaps the rendering, and
     // handed out only after a rendering that succeeds.
@@ -56,7 +52,7 @@ ErrorCode FormatterImpl::Format(double value, const Dimensions& dims, char16_t* 
 
 int FormatterImpl::ResolveSymbol(int id) const {
     const auto bits = static_cast<std::uint32_t>(id);
-    if ((bits & UnitId::SymbolMask) != 0) return id;
+    if (__builtin_expect((bits & UnitId::SymbolMask) != 0, 1)) return id;
     // A formatter seldom has defaults of its own: empty tables are not searched.
     int unit = id;
     if ((bits & UnitId::TypeMask) == 0) {

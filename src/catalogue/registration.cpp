@@ -83,6 +83,7 @@ public:
         }
         constexpr std::size_t kLanguages = UnitCatalog::kLanguages;
         return kLanguages * (objects + Arena::Rounded(kPlaces * sizeof(UnitCatalog::SymbolSlot)) +
+                             Arena::Rounded(kPlaces * sizeof(const IFormatSymbol*)) +
                              Arena::Rounded(kGroupCount * sizeof(const char16_t*))) +
                Arena::Rounded((std::size(kEnglishTypes) + 1) * sizeof(std::uint32_t)) +
                OperatorClasses::kBytes + Arena::Rounded(kReaders * sizeof(const IParseSymbol*));
@@ -110,6 +111,15 @@ private:
     // places stand in the order of the English lines, which is the order of
     // the table's types, so that each language's slots are made in order.
     void LayOutSymbols() {
+        catalog.typeRuns.fill(UnitCatalog::TypeRun{});
+        for (std::size_t group = 1; group <= units.GroupCount(); ++group) {
+            const int id = static_cast<int>(group << 12);
+            const std::size_t count = units.ListUnitTypes(id, nullptr);
+            std::size_t place = 0;
+            if (count == 0 || !units.TypePlace(id | 1, place)) continue;
+            catalog.typeRuns[group] = {static_cast<std::uint32_t>(place),
+                                       static_cast<std::uint32_t>(count)};
+        }
         auto& first = catalog.firstSymbol;
         first.assign(units.TypeCount() + 1, 0);
         for (const Line& line : kPacked.lines) {
@@ -122,6 +132,10 @@ private:
         for (std::size_t place = 1; place < first.size(); ++place) first[place] += first[place - 1];
         if (first.back() != kPlaces) std::abort();
         for (auto& language : catalog.symbols) {
+            language.clear();
+            language.reserve(first.back());
+        }
+        for (auto& language : catalog.formats) {
             language.clear();
             language.reserve(first.back());
         }
@@ -153,9 +167,9 @@ private:
 
     // The object of one place of the unit type `unit`, made by the notation
     // that its kind names; its reading face, when it has one, goes to *reader.
-    ISymbol* Make(const SymbolKind& kind, std::u16string_view text, int id, int unit,
-                  const UnitConverter& converter, std::uint32_t flags, int language,
-                  const IParseSymbol*& reader) {
+    IFormatSymbol* Make(const SymbolKind& kind, std::u16string_view text, int id, int unit,
+                        const UnitConverter& converter, std::uint32_t flags, int language,
+                        const IParseSymbol*& reader) {
         Arena& arena = catalog.arena;
         switch (kind.notation) {
             case Notation::Plain: {
@@ -194,8 +208,10 @@ private:
             const Place& place = places[i];
             const int id = UnitId::Make(0, 0, static_cast<int>(i + 1)) | unit;
             const IParseSymbol* reader = nullptr;
-            slots.emplace_back(Make(place.kind, kPacked.View(place.text[language]), id, unit,
-                                    converter, place.marks & NoSpace, language, reader));
+            IFormatSymbol* symbol = Make(place.kind, kPacked.View(place.text[language]), id, unit,
+                                         converter, place.marks & NoSpace, language, reader);
+            slots.emplace_back(symbol);
+            catalog.formats[language].push_back(symbol);
             lineReaders[i] = reader;
         }
     }

@@ -16,6 +16,8 @@ UnitCatalog::UnitCatalog(const UnitTable& units)
       firstSymbol(arena.Resource()),
       symbols{std::pmr::vector<SymbolSlot>(arena.Resource()),
               std::pmr::vector<SymbolSlot>(arena.Resource())},
+      formats{std::pmr::vector<const IFormatSymbol*>(arena.Resource()),
+              std::pmr::vector<const IFormatSymbol*>(arena.Resource())},
       groupNames{std::pmr::vector<const char16_t*>(arena.Resource()),
                  std::pmr::vector<const char16_t*>(arena.Resource())},
       dictionary() {
@@ -27,6 +29,7 @@ UnitCatalog::~UnitCatalog() {
     // language, then the operators. The memory of all of them goes with the
     // arena, last.
     dictionary = ParseDictionary();
+    for (auto& language : formats) language.clear();
     for (auto& language : symbols) language.clear();
     for (auto& symbol : operators) symbol.reset();
 }
@@ -51,18 +54,37 @@ std::vector<std::pair<std::u16string, const IParseSymbol*>> ParseDictionary::Key
     return keys;
 }
 
-const ISymbol* UnitCatalog::FindSymbol(int id, int language) const {
-    if (static_cast<unsigned>(language) >= static_cast<unsigned>(kLanguages)) return nullptr;
+bool UnitCatalog::TypePlace(int id, std::size_t& place) const {
+    const TypeRun run = typeRuns[(static_cast<std::uint32_t>(id) >> 12) & 0xFF];
+    const std::uint32_t type = UnitId::TypeIndex(id);
+    if (type >= run.count) return false;
+    place = run.first + type;
+    return place + 1 < firstSymbol.size();
+}
+
+bool UnitCatalog::SymbolPlace(int id, int language, std::size_t& at) const {
+    if (static_cast<unsigned>(language) >= static_cast<unsigned>(kLanguages)) return false;
     std::size_t place = 0;
-    if (!table.TypePlace(id, place) || place + 1 >= firstSymbol.size()) return nullptr;
+    if (!TypePlace(id, place)) return false;
     const std::uint32_t symbol = UnitId::SymbolIndex(id);
-    if (symbol >= firstSymbol[place + 1] - firstSymbol[place]) return nullptr;
-    return symbols[language][firstSymbol[place] + symbol].get();
+    if (symbol >= firstSymbol[place + 1] - firstSymbol[place]) return false;
+    at = firstSymbol[place] + symbol;
+    return true;
+}
+
+const ISymbol* UnitCatalog::FindSymbol(int id, int language) const {
+    std::size_t at = 0;
+    return SymbolPlace(id, language, at) ? symbols[language][at].get() : nullptr;
+}
+
+const IFormatSymbol* UnitCatalog::FindFormatSymbol(int id, int language) const {
+    std::size_t at = 0;
+    return SymbolPlace(id, language, at) ? formats[language][at] : nullptr;
 }
 
 std::size_t UnitCatalog::ListUnitSymbols(int id, int* ids) const {
     std::size_t place = 0;
-    if (!table.TypePlace(id, place) || place + 1 >= firstSymbol.size()) return 0;
+    if (!TypePlace(id, place)) return 0;
     const std::size_t count = firstSymbol[place + 1] - firstSymbol[place];
     if (ids != nullptr) {
         for (std::size_t i = 0; i < count; ++i) ids[i] = (static_cast<int>(i + 1) << 20) | id;

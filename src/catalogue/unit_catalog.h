@@ -23,6 +23,7 @@ namespace Mensura {
 
 class ISymbol;
 class IParseSymbol;
+class IFormatSymbol;
 
 // Every key of every language and every operator, to the symbol that reads
 // it. The build lays the tree out with a number for each reader as its
@@ -77,6 +78,10 @@ public:
     // The symbol of a complete symbol id in a language, or null when the
     // language or any field is out of range.
     const ISymbol* FindSymbol(int id, int language) const;
+    // The same symbol as it renders, what its AsFormat gives (every symbol of
+    // the catalogue renders), without the call through the symbol: a
+    // rendering waits for it before all else.
+    const IFormatSymbol* FindFormatSymbol(int id, int language) const;
     // Writes the symbol ids of the unit type of `id` (its bits merged into
     // every element) when ids is not null, and returns their count; 0 unless
     // id holds a known group and type.
@@ -98,6 +103,13 @@ public:
 
 private:
     friend class VocabularyBuilder;
+    // The place of the unit type of id among all types, as the table's
+    // TypePlace gives it, from the catalogue's own copy of the runs; false
+    // when the group or type field is 0 or out of range.
+    bool TypePlace(int id, std::size_t& place) const;
+    // The place of the symbol of id among all symbols of a language; false
+    // when the language or any field is out of range.
+    bool SymbolPlace(int id, int language, std::size_t& at) const;
     static UnitCatalog s_instance;
 
     const UnitTable& table;
@@ -112,7 +124,17 @@ private:
     // firstSymbol[p] up to firstSymbol[p + 1]. Both languages have the same
     // shape.
     std::pmr::vector<std::uint32_t> firstSymbol;
+    // For every value of the group field, the place of its first type and
+    // the number of its types: a lookup of a symbol reads them here rather
+    // than through the table, one load sooner.
+    struct TypeRun {
+        std::uint32_t first = 0;
+        std::uint32_t count = 0;
+    };
+    std::array<TypeRun, 256> typeRuns{};
     std::array<std::pmr::vector<SymbolSlot>, kLanguages> symbols;
+    // The rendering face of each symbol, at its place.
+    std::array<std::pmr::vector<const IFormatSymbol*>, kLanguages> formats;
     std::array<std::pmr::vector<const char16_t*>, kLanguages> groupNames;
     std::array<OperatorSlot, kOperators> operators;
     ParseDictionary dictionary;

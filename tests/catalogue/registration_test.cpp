@@ -112,6 +112,30 @@ TEST(Vocabulary, TheSymbolsHaveTheShapeOfTheConversionTable) {
                   {1, 129}, {2, 378}, {3, 182}, {4, 41}, {5, 34}, {6, 1}, {8, 1}, {9, 7}}));
 }
 
+// A rendering finds its symbol's rendering face from a list of its own,
+// beside the symbols: for every symbol id of both languages, with the ids
+// around them that find nothing, it is what the symbol's AsFormat gives.
+TEST(Vocabulary, EverySymbolRendersThroughItsOwnFace) {
+    std::size_t faces = 0;
+    for (int language = -1; language <= 2; ++language) {
+        for (int group = 0; group <= 70; ++group) {
+            const int types =
+                static_cast<int>(Catalog().Units().ListUnitTypes(group << 12, nullptr));
+            for (int type = 0; type <= types + 1; ++type) {
+                for (int symbol = 0; symbol <= 10; ++symbol) {
+                    const int id = Id(group, type, symbol);
+                    const ISymbol* found = Catalog().FindSymbol(id, language);
+                    const IFormatSymbol* face = Catalog().FindFormatSymbol(id, language);
+                    ASSERT_EQ(face, found != nullptr ? found->AsFormat() : nullptr)
+                        << std::hex << id << " in language " << language;
+                    faces += face != nullptr ? 1 : 0;
+                }
+            }
+        }
+    }
+    EXPECT_EQ(faces, 2 * 1842u);
+}
+
 TEST(Dictionary, FindsTheLongestKeyAtTheStart) {
     struct Row {
         const char16_t* text;
