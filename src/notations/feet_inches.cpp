@@ -276,6 +276,30 @@ void Reduce(double& numerator, double& denominator) {
     }
 }
 
+// The whole part of x / multiplier (12 or 60), cut toward zero, when the
+// quotient is below 1e9: false otherwise. The product by the reciprocal
+// stands for the division where it settles the whole part: the two differ
+// by less than 3 units of their last place, below 2^-21 under 1e9, so that
+// a product whose fraction keeps 2^-20 from either whole number has the
+// quotient's whole part. Only values that near a multiple wait for the
+// division.
+bool WholeQuotient(double x, double multiplier, double reciprocal, std::int32_t& whole) {
+    const double magnitude = std::fabs(x * reciprocal);
+    constexpr double kMargin = 1.0 / 1048576.0;
+    if (magnitude < 1e9) {
+        const auto cut = static_cast<std::int32_t>(magnitude);
+        const double fraction = magnitude - cut;
+        if (fraction > kMargin && fraction < 1.0 - kMargin) {
+            whole = x < 0.0 ? -cut : cut;
+            return true;
+        }
+    }
+    const double quotient = x / multiplier;
+    if (!(std::fabs(quotient) < 1e9)) return false;
+    whole = static_cast<std::int32_t>(quotient);
+    return true;
+}
+
 // WriteSmall's fraction when its numbers are below 1e9: the whole number
 // and the numerator cut toward zero, the denominator a power of two.
 Result WriteFraction(std::int32_t whole, std::int32_t numerator, std::uint32_t denominator,
@@ -321,19 +345,26 @@ PrimeDoublePrimeSymbol::PrimeDoublePrimeSymbol(const char16_t* text, int id,
                                                const UnitConverter& converter, unsigned options)
     : GenericSymbol(text, id & static_cast<int>(UnitId::UnitMask), converter, 0),
       symbolId(id),
+      factor(converter.GetFactor()),
+      pureScale(!converter.HasOffset()),
+      multiplier(Unit() == kInch ? 12.0 : 60.0),
+      reciprocal(1.0 / multiplier),
       showFeet((options & ShowLarge) != 0 ? 1 : 0),
       showFraction((options & ShowFraction) != 0 ? 1 : 0),
       showDash((options & ShowDash) != 0 ? 1 : 0) {}
 
-double PrimeDoublePrimeSymbol::Multiplier() const {
-    return Unit() == kInch ? 12.0 : 60.0;
-}
-
 inline Result PrimeDoublePrimeSymbol::Begin(double value, const Dimensions& dims,
                                             const NumberSettings& settings, Start& start) const {
+    // What the converter's DirectFromBase gives.
     double x = 0.0;
-    const ErrorCode converted = GetConverter().DirectFromBase(value, dims, x);
-    if (converted != ErrorCode::Success) return Result::Fail(converted);
+    const UnitConverter& converter = GetConverter();
+    if (!SameDimensions(dims, converter.GetDimensions()))
+        return Result::Fail(ErrorCode::UnitMismatch);
+    if (pureScale) {
+        x = value / factor;
+    } else {
+        converter.DirectFromBase(value, dims, x);
+    }
     // The sign of -0.5 feet survives in front of a large number of 0.
     start.largeMode = RenderMode::WholeNumber | (x < 0.0 ? RenderMode::SignOnZero : 0u);
     const int digits = settings.GetNumberDecimalDigits();
@@ -349,7 +380,7 @@ inline Result PrimeDoublePrimeSymbol::Begin(double value, const Dimensions& dims
         for (int i = 0; i < digits; ++i) power *= 10.0;
         amount = 1.0 / (power * 100000.0 * 2.0);
     }
-    start.x = x > 0.0 ? x + amount : x - amount;
+    start.x = __builtin_expect(x > 0.0, 1) ? x + amount : x - amount;
     return Result::Done(0);
 }
 
@@ -401,18 +432,16 @@ Result PrimeDoublePrimeSymbol::Render(double value, const Dimensions& dims, char
     double x = start.x;
     std::size_t at = 0;
     if (showFeet) {
-        const double multiplier = Multiplier();
-        const double quotient = x / multiplier;
         double large = 0.0;
         Result written;
-        if (std::fabs(quotient) < 1e9) {
+        std::int32_t whole = 0;
+        if (WholeQuotient(x, multiplier, reciprocal, whole)) {
             // As an integer; a zero without its sign takes nothing from x.
-            const auto whole = static_cast<std::int32_t>(quotient);
             large = whole;
             written =
                 settings.RenderWhole(Magnitude(whole), whole < 0, buffer, size, start.largeMode);
         } else {
-            large = Truncate(quotient);
+            large = Truncate(x / multiplier);
             written = settings.RenderNumber(large, buffer, size, start.largeMode);
         }
         if (!written.Ok()) return written;
@@ -421,7 +450,7 @@ Result PrimeDoublePrimeSymbol::Render(double value, const Dimensions& dims, char
         buffer[at++] = kPrime;
         if (showDash) buffer[at++] = kEnDash;
         x = x - large * multiplier;
-        if (x < 0.0) x = -x;
+        if (__builtin_expect(x < 0.0, 0)) x = -x;
     }
     const Result written = WriteSmall(start, x, buffer + at, size - at, settings);
     if (!written.Ok()) return written;
@@ -440,7 +469,6 @@ Result PrimeDoublePrimeSymbol::RenderPart(int part, double value, const Dimensio
     if (const Result begun = Begin(value, dims, settings, start); !begun.Ok()) return begun;
     double x = start.x;
     if (showFeet) {
-        const double multiplier = Multiplier();
         const double large = Truncate(x / multiplier);
         if (part == 0) return settings.RenderNumber(large, buffer, size, start.largeMode);
         x = x - large * multiplier;
@@ -480,7 +508,7 @@ ErrorCode PrimeDoublePrimeSymbol::ParsePart(SymbolList& list, int form) const {
             if (e == 0.0) return ErrorCode::ParseFailure;
             magnitude = std::fabs(c / e + b);
         }
-        total = Combine(a * Multiplier(), negative, magnitude);
+        total = Combine(a * multiplier, negative, magnitude);
     } else if (form == 0) {
         total = a;
     } else if (form == 1) {

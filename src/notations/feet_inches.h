@@ -112,9 +112,18 @@ private:
     // The small number: decimals, or a whole number and a reduced fraction.
     Result WriteSmall(const Start& start, double x, char16_t* buffer, std::size_t size,
                       const NumberSettings& settings) const;
-    double Multiplier() const;
 
     int symbolId;
+    // The converter's factor, read with the symbol rather than through the
+    // converter: a rendering waits for it before all else. Used where the
+    // converter is a pure scale, as the inch, the second and the minute of
+    // arc are.
+    double factor;
+    bool pureScale;
+    // The small units in a large one, 12 for the inch and 60 otherwise, and
+    // its reciprocal, rounded.
+    double multiplier;
+    double reciprocal;
     std::uint8_t showFeet;
     std::uint8_t showFraction;
     std::uint8_t showDash;

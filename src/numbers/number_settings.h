@@ -124,9 +124,12 @@ public:
     // non-null buffer.
     Result RenderWhole(std::uint32_t whole, bool negative, char16_t* buffer, std::size_t capacity,
                        unsigned mode) const {
+        // Most parts of a compound rendering have one digit.
         int digits = 1;
-        for (std::uint32_t power = 10; digits < 9 && whole >= power; power *= 10) ++digits;
-        if (digits > digitsAlone) {
+        if (__builtin_expect(whole >= 10, 0)) {
+            for (std::uint32_t power = 10; digits < 9 && whole >= power; power *= 10) ++digits;
+        }
+        if (__builtin_expect(digits > digitsAlone, 0)) {
             return RenderAny(negative ? -double(whole) : double(whole), buffer, capacity, mode,
                              kSettingsDecimals);
         }
@@ -135,16 +138,16 @@ public:
         const std::u16string& sign = negative ? negativeSign : positiveSign;
         const auto count = static_cast<std::size_t>(digits);
         const std::size_t total = count + sign.size();
-        if (count + 2 > capacity || total > capacity) return Result::Fail();
+        if (__builtin_expect(count + 2 > capacity || total > capacity, 0)) return Result::Fail();
         char16_t* out = buffer;
-        if ((mode & RenderMode::SignOnZero) != 0 && whole == 0) {
+        if (__builtin_expect((mode & RenderMode::SignOnZero) != 0 && whole == 0, 0)) {
             if (total >= capacity || total + negativeSign.size() > capacity) return Result::Fail();
             out = AppendText(out, negativeSign);
         }
         out = AppendText(out, sign);
         char16_t* const end = out + count;
-        if (whole < 10) {
-            *out = nativeDigits[whole];  // most parts of a compound rendering
+        if (__builtin_expect(whole < 10, 1)) {
+            *out = nativeDigits[whole];
         } else {
             char16_t* at = end;
             do {
@@ -193,7 +196,8 @@ private:
     // the loop stops at theirs, and copies the usual one unit or none
     // without more ado.
     static char16_t* AppendText(char16_t* out, const std::u16string& text) {
-        for (const char16_t* unit = text.c_str(); *unit != 0; ++unit) *out++ = *unit;
+        for (const char16_t* unit = text.c_str(); __builtin_expect(*unit != 0, 0); ++unit)
+            *out++ = *unit;
         return out;
     }
     // RenderNumber for everything else, through the printed text; its large

@@ -50,10 +50,10 @@ protected:
     // A value of this unit in base units, and back: the arithmetic of every
     // way in and out, with the exponents checked by the caller.
     double IntoBase(double value) const {
-        return hasOffset ? value * factor + offset : value * factor;
+        return __builtin_expect(hasOffset, 0) ? value * factor + offset : value * factor;
     }
     double OutOfBase(double value) const {
-        return hasOffset ? (value - offset) / factor : value / factor;
+        return __builtin_expect(hasOffset, 0) ? (value - offset) / factor : value / factor;
     }
 
     UnitConverter(const Dimensions& dims, double scale) : dimensions(dims), factor(scale) {}

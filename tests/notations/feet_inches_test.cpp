@@ -7,6 +7,7 @@
 
 #include "base/ids.h"
 
+#include <cmath>
 #include <string>
 #include <vector>
 
@@ -193,6 +194,50 @@ TEST(FeetInchesSymbol, PartsAreTheBareNumbers) {
         ASSERT_TRUE(result.Ok()) << Narrow(text) << " part " << row.part;
         ASSERT_EQ(result.length, text.size()) << Narrow(text) << " part " << row.part;
         EXPECT_EQ(std::u16string(buffer, text.size()), text) << row.inches;
+    }
+}
+
+// Render cuts the large number by the product with the reciprocal where that
+// settles it, and divides where the product falls within 2^-20 of a whole
+// number; RenderPart always divides. Around whole multiples of 12 and 60,
+// around the edges of that margin, half way between, and past 1e9 large
+// units, the two must give one large number.
+TEST(FeetInchesSymbol, TheLargeNumberIsTheQuotientsWholePart) {
+    const NumberSettings impl;
+    const double inch = UnitTable::Instance().FindConverter(kInch)->GetFactor();
+    const Dimensions length{1}, time{0, 0, 1};
+    const struct {
+        int symbol;
+        double multiple;    // in the pattern's small unit
+        double multiplier;  // small units in a large one
+        double factor;      // of the small unit in base units
+        const Dimensions& dims;
+    } rows[] = {{kFraction, 12, 12, inch, length},     {kFraction, 84, 12, inch, length},
+                {kPlain, 12000, 12, inch, length},     {kFraction, 999999996, 12, inch, length},
+                {kPlain, -120, 12, inch, length},      {kFraction, 12e9, 12, inch, length},
+                {kMinutes, 60, 60, 1.0, time},         {kMinutes, -3600, 60, 1.0, time},
+                {kMinutes, 59999999940, 60, 1.0, time}};
+    // In large units from the multiple.
+    const double distances[] = {0, 0x1p-20, -0x1p-20, 0x1.2p-20, -0x1.2p-20, 0.5};
+    for (const auto& row : rows) {
+        const PrimeDoublePrimeSymbol* pattern = Pattern(row.symbol);
+        ASSERT_NE(pattern, nullptr);
+        // The nudge away from zero: 1/8 of the small unit for a fraction, 5e-8 for decimals.
+        const double nudge = row.symbol == kFraction ? 0.125 : 5e-8;
+        for (const double distance : distances) {
+            const double x = row.multiple + distance * row.multiplier;
+            double value = (x > 0 ? x - nudge : x + nudge) * row.factor;
+            for (int i = 0; i < 32; ++i) value = std::nextafter(value, -HUGE_VAL);
+            for (int i = 0; i < 64; ++i, value = std::nextafter(value, HUGE_VAL)) {
+                char16_t whole[64], large[64];
+                const Result rendered = pattern->Render(value, row.dims, whole, 64, impl);
+                const Result part = pattern->RenderPart(0, value, row.dims, large, 64, impl);
+                ASSERT_TRUE(rendered.Ok() && part.Ok());
+                ASSERT_EQ(std::u16string(whole, part.length + 1),
+                          std::u16string(large, part.length) + u"\u2032")
+                    << std::hexfloat << value << " under " << std::hex << row.symbol;
+            }
+        }
     }
 }
 
