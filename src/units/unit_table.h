@@ -207,9 +207,10 @@ private:
     // LowField(id) when LowField(id) is at most entryLimit[group], so that
     // neither the type field nor the place takes a step of its own.
     void SetRun(std::size_t group, std::size_t zero, std::size_t count);
-    ConversionEntries entries{};
-    std::array<std::size_t, 256> entryBase{};
-    std::array<std::size_t, 256> entryLimit{};
+    // FillEntries writes every place and every run.
+    ConversionEntries entries;
+    std::array<std::size_t, 256> entryBase;
+    std::array<std::size_t, 256> entryLimit;
 };
 
 }  // namespace Mensura
