@@ -83,7 +83,6 @@ public:
         }
         constexpr std::size_t kLanguages = UnitCatalog::kLanguages;
         return kLanguages * (objects + Arena::Rounded(kPlaces * sizeof(UnitCatalog::SymbolSlot)) +
-                             Arena::Rounded(kPlaces * sizeof(const IFormatSymbol*)) +
                              Arena::Rounded(kGroupCount * sizeof(const char16_t*))) +
                Arena::Rounded((std::size(kEnglishTypes) + 1) * sizeof(std::uint32_t)) +
                OperatorClasses::kBytes + Arena::Rounded(kReaders * sizeof(const IParseSymbol*));
@@ -132,10 +131,6 @@ private:
         for (std::size_t place = 1; place < first.size(); ++place) first[place] += first[place - 1];
         if (first.back() != kPlaces) std::abort();
         for (auto& language : catalog.symbols) {
-            language.clear();
-            language.reserve(first.back());
-        }
-        for (auto& language : catalog.formats) {
             language.clear();
             language.reserve(first.back());
         }
@@ -208,10 +203,8 @@ private:
             const Place& place = places[i];
             const int id = UnitId::Make(0, 0, static_cast<int>(i + 1)) | unit;
             const IParseSymbol* reader = nullptr;
-            IFormatSymbol* symbol = Make(place.kind, kPacked.View(place.text[language]), id, unit,
-                                         converter, place.marks & NoSpace, language, reader);
-            slots.emplace_back(symbol);
-            catalog.formats[language].push_back(symbol);
+            slots.emplace_back(Make(place.kind, kPacked.View(place.text[language]), id, unit,
+                                    converter, place.marks & NoSpace, language, reader));
             lineReaders[i] = reader;
         }
     }

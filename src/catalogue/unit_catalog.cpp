@@ -16,8 +16,6 @@ UnitCatalog::UnitCatalog(const UnitTable& units)
       firstSymbol(arena.Resource()),
       symbols{std::pmr::vector<SymbolSlot>(arena.Resource()),
               std::pmr::vector<SymbolSlot>(arena.Resource())},
-      formats{std::pmr::vector<const IFormatSymbol*>(arena.Resource()),
-              std::pmr::vector<const IFormatSymbol*>(arena.Resource())},
       groupNames{std::pmr::vector<const char16_t*>(arena.Resource()),
                  std::pmr::vector<const char16_t*>(arena.Resource())},
       dictionary() {
@@ -29,7 +27,6 @@ UnitCatalog::~UnitCatalog() {
     // language, then the operators. The memory of all of them goes with the
     // arena, last.
     dictionary = ParseDictionary();
-    for (auto& language : formats) language.clear();
     for (auto& language : symbols) language.clear();
     for (auto& symbol : operators) symbol.reset();
 }
@@ -79,7 +76,7 @@ const ISymbol* UnitCatalog::FindSymbol(int id, int language) const {
 
 const IFormatSymbol* UnitCatalog::FindFormatSymbol(int id, int language) const {
     std::size_t at = 0;
-    return SymbolPlace(id, language, at) ? formats[language][at] : nullptr;
+    return SymbolPlace(id, language, at) ? symbols[language][at].get() : nullptr;
 }
 
 std::size_t UnitCatalog::ListUnitSymbols(int id, int* ids) const {

@@ -78,9 +78,8 @@ public:
     // The symbol of a complete symbol id in a language, or null when the
     // language or any field is out of range.
     const ISymbol* FindSymbol(int id, int language) const;
-    // The same symbol as it renders, what its AsFormat gives (every symbol of
-    // the catalogue renders), without the call through the symbol: a
-    // rendering waits for it before all else.
+    // The same symbol as it renders, what its AsFormat gives, without the
+    // call through the symbol: a rendering waits for it before all else.
     const IFormatSymbol* FindFormatSymbol(int id, int language) const;
     // Writes the symbol ids of the unit type of `id` (its bits merged into
     // every element) when ids is not null, and returns their count; 0 unless
@@ -116,7 +115,10 @@ private:
     // Everything that the catalogue makes, its symbols, operators and
     // arrays, lives in its arena: the load's one block of the heap.
     Arena arena;
-    using SymbolSlot = std::unique_ptr<ISymbol, DestroyInPlace>;
+    // Every symbol of the catalogue renders: a slot holds it by its
+    // rendering face, which a rendering asks for first of all, and FindSymbol
+    // turns that into the symbol.
+    using SymbolSlot = std::unique_ptr<IFormatSymbol, DestroyInPlace>;
     using OperatorSlot = std::unique_ptr<IParseSymbol, DestroyInPlace>;
 
     // The symbols of each language in one array, type after type in the order
@@ -133,8 +135,6 @@ private:
     };
     std::array<TypeRun, 256> typeRuns{};
     std::array<std::pmr::vector<SymbolSlot>, kLanguages> symbols;
-    // The rendering face of each symbol, at its place.
-    std::array<std::pmr::vector<const IFormatSymbol*>, kLanguages> formats;
     std::array<std::pmr::vector<const char16_t*>, kLanguages> groupNames;
     std::array<OperatorSlot, kOperators> operators;
     ParseDictionary dictionary;
