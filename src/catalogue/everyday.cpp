@@ -529,6 +529,10 @@ public:
         for (std::uint32_t key : kPackedLines.products)
             AddWord(kPackedLines.Key(key), product, nullptr);
         std::sort(out.replaced.begin(), out.replaced.end(), EverydayVocabulary::BySymbol{});
+        for (const auto& entry : out.replaced) {
+            const std::size_t bit = EverydayVocabulary::FilterBit(entry.first);
+            out.filter[bit / 64] |= std::uint64_t{1} << (bit % 64);
+        }
         out.words.IndexWideBranches();
         const IParseSymbol* blank = Known(u" ");
         if (!KeyGoesOnBehind(u' ') && !out.MayBeginWord(u' ') &&

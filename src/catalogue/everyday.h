@@ -7,6 +7,7 @@
 #define MENSURA_CATALOGUE_EVERYDAY_H
 
 #include <algorithm>
+#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <functional>
@@ -43,12 +44,10 @@ public:
     // The symbol that reads in place of a catalogue symbol: its everyday
     // meaning where the list replaces it, else the symbol itself.
     const IParseSymbol* Substitute(const IParseSymbol* symbol, bool us) const {
-        // Most symbols lie outside the span of the few replaced ones.
-        const std::less<const IParseSymbol*> below;
-        if (replaced.empty() || below(symbol, replaced.front().first) ||
-            below(replaced.back().first, symbol)) {
-            return symbol;
-        }
+        // Most symbols are not among the few replaced ones, and their bit in
+        // the filter says so.
+        const std::size_t bit = FilterBit(symbol);
+        if ((filter[bit / 64] >> (bit % 64) & 1) == 0) return symbol;
         auto at = std::lower_bound(replaced.begin(), replaced.end(), symbol, BySymbol{});
         if (at == replaced.end() || at->first != symbol) return symbol;
         const IParseSymbol* meaning = at->second->For(us);
@@ -126,6 +125,14 @@ private:
         bool operator()(const Replaced& a, const Replaced& b) const { return (*this)(a, b.first); }
     };
     std::vector<Replaced> replaced;  // sorted BySymbol
+    // A bit for each replaced symbol, by FilterBit; a symbol whose bit is
+    // clear is not replaced.
+    static constexpr std::size_t kFilterBits = 1024;
+    static std::size_t FilterBit(const IParseSymbol* symbol) {
+        const auto address = reinterpret_cast<std::uintptr_t>(symbol);
+        return static_cast<std::size_t>((address >> 3) * 0x9E3779B97F4A7C15u >> 54) % kFilterBits;
+    }
+    std::array<std::uint64_t, kFilterBits / 64> filter{};
 };
 
 }  // namespace Mensura
