@@ -120,11 +120,13 @@ private:
     ErrorCode ReadText(const char16_t* text, double& value, const Dimensions& dimensions, int group,
                        const EverydayVocabulary* everyday, bool forms,
                        ScanTrace* trace = nullptr) const;
-    // The commonest text, one number and a unit's key to the end with at
-    // most a blank between: true, with value written, when the text is that
-    // and reads as a value of `dimensions`; false, with nothing written, for
-    // any other text, which the list then reads. What it writes is what the
-    // scan and evaluation make of such a text, without building the list.
+    // The commonest texts, one number and a chain of unit keys joined by
+    // "·", "/" and blanks, with "²", "³" and "^n" behind them ("5.5 ft",
+    // "5 kg·m/s²", "9.81 m/s^2"), read from cursor, behind the number: true,
+    // with value written, when the text is that and reads as a value of
+    // `dimensions`; false, with nothing written, for any other text, which
+    // the list then reads. What it writes is what the scan and evaluation
+    // make of such a text, without building the list.
     bool ReadNumberAndUnit(const char16_t* cursor, double number, double& value,
                            const Dimensions& dimensions, const EverydayVocabulary* everyday) const;
     // Lays the text out from cursor into the list. ParseFailure at a place
