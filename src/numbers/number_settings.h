@@ -173,11 +173,20 @@ public:
         const int code = unit < 128         ? asciiStarts[unit]
                          : otherTokenStarts ? kLongerToken
                                             : kNoToken;
-        if (IsDigitCode(code)) {
-            const std::size_t length = ReadPlainNumber(text, value, flags);
-            if (length != 0) return Result::Done(length);
-        } else if (code == kNoToken && !(everyday && IsCommonSign(unit))) {
-            return Result::Fail(ErrorCode::ParseFailure);
+        if (code == kNoToken) {
+            if (!(everyday && IsCommonSign(unit))) return Result::Fail(ErrorCode::ParseFailure);
+        } else {
+            // Digits, or a sign of one unit and digits.
+            const std::size_t start =
+                IsDigitCode(code) ? 0
+                : (code == NumberToken::NegativeSign || code == NumberToken::PositiveSign) &&
+                        IsDigitCode(PlainCode(text[1]))
+                    ? 1
+                    : 2;
+            if (start < 2) {
+                const std::size_t length = ReadPlainNumber(text, start, value, flags);
+                if (length != 0) return Result::Done(length);
+            }
         }
         return ReadNumber(text, value, flags, everyday);
     }
@@ -234,18 +243,25 @@ private:
         if (unit < 128) return asciiTokens[unit];
         return otherTokenStarts ? kLongerToken : kNoToken;
     }
-    // The commonest numbers, read at once: digits, perhaps group separators
-    // among them, perhaps a decimal separator and digits, each a token of one
-    // unit below 128, and behind them no exponent and no unit that a token of
-    // several units may begin with. text begins with a digit. Its length, with
-    // value and *flags written as ReadNumber writes them; 0, with nothing
-    // written, for any other number, which ReadNumber then reads.
-    std::size_t ReadPlainNumber(const char16_t* text, double* value,
+    // The commonest numbers, read at once: perhaps a sign, digits, perhaps
+    // group separators among them, perhaps a decimal separator and digits,
+    // each a token of one unit below 128, and behind them no exponent and no
+    // unit that a token of several units may begin with. The digits begin at
+    // `start`, behind the sign when it is 1. Its length, with value and
+    // *flags written as ReadNumber writes them; 0, with nothing written, for
+    // any other number, which ReadNumber then reads.
+    std::size_t ReadPlainNumber(const char16_t* text, std::size_t start, double* value,
                                 std::uint32_t* flagsOut) const {
         std::uint32_t flags = NumberFlags::IntegerDigits;
+        double sign = 1.0;
+        if (start != 0) {
+            const bool negative = asciiTokens[text[0]] == NumberToken::NegativeSign;
+            flags |= negative ? NumberFlags::MinusSign : NumberFlags::PlusSign;
+            if (negative) sign = -1.0;
+        }
         double whole = 0.0;
-        std::size_t position = 0;
-        int code = asciiTokens[text[0]];
+        std::size_t position = start;
+        int code = asciiTokens[text[position]];
         for (;;) {
             if (IsDigitCode(code)) {
                 whole = whole * 10 + DigitOf(code);
@@ -269,7 +285,7 @@ private:
             }
         }
         if (code == NumberToken::Exponent || code == kLongerToken) return 0;
-        *value = fraction / divisor + whole;
+        *value = (fraction / divisor + whole) * sign;
         if (flagsOut != nullptr) *flagsOut = flags;
         return position;
     }
