@@ -24,6 +24,13 @@ bool MayStartExponent(char16_t unit) {
     return IsDigit(unit) || unit == u'²' || unit == u'³' || unit == u'^';
 }
 
+// Whether the key of `length` units at key may have to be cut before an
+// exponent behind it (CutBeforeExponent): a key of one unit has nothing to
+// cut.
+bool MayCut(const char16_t* key, std::size_t length) {
+    return length > 1 && MayStartExponent(key[length]);
+}
+
 // Where a key that is a quotient or product of units ("kg/m", "m/s") must be
 // cut when an exponent follows it directly, so that the exponent applies to
 // its last unit: "kg/m²" is kilograms per square meter. The length in front
@@ -76,7 +83,7 @@ const IParseSymbol* FindAnyKey(const char16_t* cursor, const char16_t*& fence, s
             }
         }
         if (symbol == nullptr) return nullptr;
-        if (!fenced && MayStartExponent(cursor[matched])) {
+        if (!fenced && MayCut(cursor, matched)) {
             if (const std::size_t cut = CutBeforeExponent(cursor, matched, dictionary)) {
                 fence = cursor + cut;
                 continue;
@@ -96,7 +103,7 @@ inline const IParseSymbol* FindKey(const char16_t* cursor, const char16_t*& fenc
     const ParseDictionary& dictionary = UnitCatalog::Instance().Dictionary();
     const IParseSymbol* symbol = dictionary.FindLongest(cursor, &matched);
     if (symbol == nullptr) return nullptr;
-    if (MayStartExponent(cursor[matched])) {
+    if (MayCut(cursor, matched)) {
         if (const std::size_t cut = CutBeforeExponent(cursor, matched, dictionary)) {
             fence = cursor + cut;
             return FindAnyKey(cursor, fence, matched, everyday, false, us);
@@ -153,43 +160,68 @@ ErrorCode FormatterImpl::ReadText(const char16_t* text, double& value, const Dim
     const char16_t* cursor = text;
     const bool commonSigns = everyday != nullptr;
     // The short way reads the commonest texts without the list; not in a
-    // trace, whose reading always lays the list out.
+    // trace, whose reading always lays the list out. What it read of a text
+    // that it leaves to the list, the list takes over.
     const bool shortWay = !forms && trace == nullptr;
+    ReadAhead ahead;
+    bool tried = false;
 
     double number = 0.0;
     std::uint32_t flags = 0;
     Result scanned = numbers.ScanNumber(cursor, &number, &flags, commonSigns);
-    if (shortWay && scanned.Ok() && symbolStrings.Empty() &&
-        ReadNumberAndUnit(cursor + scanned.length, number, value, dimensions, everyday)) {
-        return ErrorCode::Success;
-    }
-
-    // The numbers at the very start, read once for both attempts.
-    SymbolList list;
-    while (scanned.Ok()) {
-        list.PushBackNew<NumberSymbol>(number, flags);
-        if (trace != nullptr) {
-            trace->tokens.push_back(
-                {static_cast<std::size_t>(cursor - text), scanned.length, nullptr});
-        }
-        cursor += scanned.length;
-        if (*cursor == 0) break;
-        scanned = numbers.ScanNumber(cursor, &number, &flags, commonSigns);
-    }
-
-    // The caller's symbol strings come first. Once one of them has read the
-    // text, its result stands, even when it is not a value of `dimensions`.
-    if (!forms && !symbolStrings.Empty()) {
-        const ErrorCode custom = symbolStrings.Read(numbers, list, cursor, value, dimensions);
-        if (custom != ErrorCode::Failure) return custom;
-        if (shortWay && list.size() == 1 &&
-            ReadNumberAndUnit(cursor, list.begin().symbol()->AsNumber()->value, value, dimensions,
-                              everyday)) {
+    if (shortWay && scanned.Ok() && symbolStrings.Empty()) {
+        if (ReadNumberAndUnit(cursor + scanned.length, number, value, dimensions, everyday,
+                              ahead)) {
             return ErrorCode::Success;
         }
+        tried = true;
     }
 
-    if (Scan(text, cursor, list, everyday, forms, trace) != ErrorCode::Success) {
+    SymbolList list;
+    if (tried) {
+        list.PushBackNew<NumberSymbol>(number, flags);
+    } else {
+        // The numbers at the very start, read once for both attempts.
+        while (scanned.Ok()) {
+            list.PushBackNew<NumberSymbol>(number, flags);
+            if (trace != nullptr) {
+                trace->tokens.push_back(
+                    {static_cast<std::size_t>(cursor - text), scanned.length, nullptr});
+            }
+            cursor += scanned.length;
+            if (*cursor == 0) break;
+            scanned = numbers.ScanNumber(cursor, &number, &flags, commonSigns);
+        }
+        // The caller's symbol strings come first. Once one of them has read
+        // the text, its result stands, even when it is not a value of
+        // `dimensions`.
+        if (!forms && !symbolStrings.Empty()) {
+            const ErrorCode custom = symbolStrings.Read(numbers, list, cursor, value, dimensions);
+            if (custom != ErrorCode::Failure) return custom;
+            if (shortWay && list.size() == 1) {
+                if (ReadNumberAndUnit(cursor, list.begin().symbol()->AsNumber()->value, value,
+                                      dimensions, everyday, ahead)) {
+                    return ErrorCode::Success;
+                }
+                tried = true;
+            }
+        }
+    }
+
+    const char16_t* fence = nullptr;
+    if (tried) {
+        for (std::size_t i = 0; i < ahead.count; ++i) {
+            const ReadAhead::Token& token = ahead.tokens[i];
+            if (token.symbol != nullptr) {
+                list.PushBack(token.symbol);
+            } else {
+                list.PushBackNew<NumberSymbol>(token.number, token.flags);
+            }
+        }
+        cursor = ahead.cursor;
+        fence = ahead.fence;
+    }
+    if (Scan(text, cursor, fence, list, everyday, forms, trace) != ErrorCode::Success) {
         return ErrorCode::ParseFailure;
     }
 
@@ -229,7 +261,7 @@ struct Operand {
 
 bool FormatterImpl::ReadNumberAndUnit(const char16_t* cursor, double number, double& value,
                                       const Dimensions& dimensions,
-                                      const EverydayVocabulary* everyday) const {
+                                      const EverydayVocabulary* everyday, ReadAhead& ahead) const {
     // What the scan lays out behind the number is read token by token, the
     // way the scan reads it, and evaluated as the list's two passes would:
     // - first pass: a blank is a product where an operand stands before it
@@ -249,8 +281,8 @@ bool FormatterImpl::ReadNumberAndUnit(const char16_t* cursor, double number, dou
     // The first operand stays a symbol of its own, offset and all, until
     // something applies to it; then `left` holds what it has become.
     const UnitConverter* first = nullptr;
-    Operand left{};
-    Operand right{};
+    Operand left;
+    Operand right;
     bool quotient = false;  // the waiting operator
     bool pending = false;   // an operator has its right operand and may apply
     bool rightRaised = false;
@@ -282,22 +314,34 @@ bool FormatterImpl::ReadNumberAndUnit(const char16_t* cursor, double number, dou
         return RaiseToPower(left.exponents, left.factor, power);
     };
 
+    // Every number and key read goes to `ahead` first; the list takes them
+    // over from there when the text is left to it.
+    ReadAhead::Token* token = ahead.tokens;
+    auto leave = [&]() {
+        ahead.count = static_cast<std::size_t>(token - ahead.tokens);
+        ahead.cursor = cursor;
+        ahead.fence = fence;
+        return false;
+    };
     while (*cursor != 0) {
+        if (token == ahead.tokens + ReadAhead::kTokens) return leave();
         double exponent = 0.0;
         std::uint32_t flags = 0;
         const Result scanned = numbers.ScanNumber(cursor, &exponent, &flags, commonSigns);
         if (scanned.Ok()) {
-            // A number is only the exponent behind a caret.
-            if (last != Last::Caret) return false;
-            const int power = CaretPower(exponent, flags);
-            if (power == 0 || !raise(power)) return false;
-            last = Last::Power;
+            *token++ = {nullptr, exponent, flags};
             cursor += scanned.length;
+            // A number is only the exponent behind a caret.
+            if (last != Last::Caret) return leave();
+            const int power = CaretPower(exponent, flags);
+            if (power == 0 || !raise(power)) return leave();
+            last = Last::Power;
             continue;
         }
         std::size_t matched = 0;
         const IParseSymbol* symbol = FindKey(cursor, fence, matched, everyday, false, us);
-        if (symbol == nullptr) return false;
+        if (symbol == nullptr) return leave();
+        token++->symbol = symbol;
         cursor += matched;
         const ParseKind kind = symbol->Kind();
         if (kind == ParseKind::Space) {
@@ -319,44 +363,44 @@ bool FormatterImpl::ReadNumberAndUnit(const char16_t* cursor, double number, dou
                     pending = true;
                     rightRaised = false;
                 } else {
-                    return false;
+                    return leave();
                 }
                 last = Last::Operand;
                 break;
             }
             case ParseKind::Multiplication:
             case ParseKind::Division:
-                if (last != Last::Operand && last != Last::Power) return false;
+                if (last != Last::Operand && last != Last::Power) return leave();
                 apply();
                 quotient = kind == ParseKind::Division;
                 last = Last::Operator;
                 break;
             case ParseKind::Square:
             case ParseKind::Cubic:
-                if (last != Last::Operand && last != Last::Power) return false;
-                if (!raise(kind == ParseKind::Square ? 2 : 3)) return false;
+                if (last != Last::Operand && last != Last::Power) return leave();
+                if (!raise(kind == ParseKind::Square ? 2 : 3)) return leave();
                 last = Last::Power;
                 break;
             case ParseKind::Caret:
-                if (last != Last::Operand && last != Last::Power) return false;
+                if (last != Last::Operand && last != Last::Power) return leave();
                 last = Last::Caret;
                 break;
             default:
-                return false;
+                return leave();
         }
     }
-    if (last != Last::Operand && last != Last::Power) return false;
+    if (last != Last::Operand && last != Last::Power) return leave();
     apply();
     const Dimensions& exponents = first != nullptr ? first->GetDimensions() : left.exponents;
-    if (!SameDimensions(exponents, dimensions)) return false;
+    if (!SameDimensions(exponents, dimensions)) return leave();
     if (first != nullptr)
         return first->DirectToBase(number, value, dimensions) == ErrorCode::Success;
     value = number * left.factor;
     return true;
 }
 
-ErrorCode FormatterImpl::Scan(const char16_t* text, const char16_t* cursor, SymbolList& list,
-                              const EverydayVocabulary* everyday, bool forms,
+ErrorCode FormatterImpl::Scan(const char16_t* text, const char16_t* cursor, const char16_t* fence,
+                              SymbolList& list, const EverydayVocabulary* everyday, bool forms,
                               ScanTrace* trace) const {
     auto note = [&](std::size_t length, const IParseSymbol* symbol) {
         if (trace != nullptr) {
@@ -364,8 +408,6 @@ ErrorCode FormatterImpl::Scan(const char16_t* text, const char16_t* cursor, Symb
         }
     };
     const bool us = localeId == kEnglish;
-    // The end of a key that was cut before an exponent.
-    const char16_t* fence = nullptr;
     // Every place holds a number or a key of the dictionary: numbers first.
     while (*cursor != 0) {
         double number = 0.0;
