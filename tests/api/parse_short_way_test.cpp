@@ -92,6 +92,9 @@ constexpr Row kRows[] = {
     {u"5 tbsp", kLiter},
     {u"5 cwt·m/s²", kNewton},
     {u"1e3 mm", kMeter},
+    // More tokens than the short way holds: the list takes over midway.
+    {u"5 m/m·m/m·m/m·m/m·m/m·m/m·m/m·m/m·m/m·m/m·m", kMeter},
+    {u"5 m m/m m/m m/m m/m m/m m/m m/m m/m m/m m/m m/m^2", 0},
     // Just outside: other marks, a second number, a unit or operator out
     // of place, an exponent the caret refuses.
     {u"5", kAny},
