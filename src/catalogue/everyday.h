@@ -7,7 +7,6 @@
 #define MENSURA_CATALOGUE_EVERYDAY_H
 
 #include <algorithm>
-#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <functional>
@@ -44,14 +43,16 @@ public:
     // The symbol that reads in place of a catalogue symbol: its everyday
     // meaning where the list replaces it, else the symbol itself.
     const IParseSymbol* Substitute(const IParseSymbol* symbol, bool us) const {
-        // Most symbols are not among the few replaced ones, and their bit in
-        // the filter says so.
-        const std::size_t bit = FilterBit(symbol);
-        if ((filter[bit / 64] >> (bit % 64) & 1) == 0) return symbol;
-        auto at = std::lower_bound(replaced.begin(), replaced.end(), symbol, BySymbol{});
-        if (at == replaced.end() || at->first != symbol) return symbol;
-        const IParseSymbol* meaning = at->second->For(us);
-        return meaning != nullptr ? meaning : symbol;
+        // Most symbols are not among the few replaced ones: a probe or two
+        // of a small table of them says so.
+        for (std::size_t slot = SlotOf(symbol);; slot = (slot + 1) & slotMask) {
+            const Replaced* entry = slots[slot];
+            if (entry == nullptr) return symbol;
+            if (entry->first == symbol) {
+                const IParseSymbol* meaning = entry->second->For(us);
+                return meaning != nullptr ? meaning : symbol;
+            }
+        }
     }
 
     // The longest everyday key at text, no longer than limit: the symbol
@@ -125,14 +126,15 @@ private:
         bool operator()(const Replaced& a, const Replaced& b) const { return (*this)(a, b.first); }
     };
     std::vector<Replaced> replaced;  // sorted BySymbol
-    // A bit for each replaced symbol, by FilterBit; a symbol whose bit is
-    // clear is not replaced.
-    static constexpr std::size_t kFilterBits = 1024;
-    static std::size_t FilterBit(const IParseSymbol* symbol) {
+    // The entries of `replaced` by their symbol, open addressing with linear
+    // probes from SlotOf, in a power of two of slots at least four times
+    // their count; null where none stands.
+    std::vector<const Replaced*> slots;
+    std::size_t slotMask = 0;
+    std::size_t SlotOf(const IParseSymbol* symbol) const {
         const auto address = reinterpret_cast<std::uintptr_t>(symbol);
-        return static_cast<std::size_t>((address >> 3) * 0x9E3779B97F4A7C15u >> 54) % kFilterBits;
+        return static_cast<std::size_t>((address >> 3) * 0x9E3779B97F4A7C15u >> 32) & slotMask;
     }
-    std::array<std::uint64_t, kFilterBits / 64> filter{};
 };
 
 }  // namespace Mensura
