@@ -120,18 +120,40 @@ private:
     ErrorCode ReadText(const char16_t* text, double& value, const Dimensions& dimensions, int group,
                        const EverydayVocabulary* everyday, bool forms,
                        ScanTrace* trace = nullptr) const;
-    // The commonest text, one number and a unit's key to the end with at
-    // most a blank between: true, with value written, when the text is that
-    // and reads as a value of `dimensions`; false, with nothing written, for
-    // any other text, which the list then reads. What it writes is what the
-    // scan and evaluation make of such a text, without building the list.
+    // What the short way read of a text that it left to the list, in order,
+    // for the list to take over rather than read again.
+    struct ReadAhead {
+        struct Token {
+            const IParseSymbol* symbol;  // null for a number
+            double number;
+            std::uint32_t flags;
+        };
+        // A text with more tokens is left to the list when they are read.
+        static constexpr std::size_t kTokens = 16;
+        Token tokens[kTokens];
+        std::size_t count = 0;
+        const char16_t* cursor = nullptr;  // where the scan goes on
+        const char16_t* fence = nullptr;   // the end of a key cut before an exponent
+    };
+    // The commonest texts, one number and a chain of unit keys joined by
+    // "·", "/" and blanks, with "²", "³" and "^n" behind them ("5.5 ft",
+    // "5 kg·m/s²", "9.81 m/s^2"), read from cursor, behind the number: true,
+    // with value written, when the text is that and reads as a value of
+    // `dimensions`; false, with nothing written, for any other text, which
+    // the list then reads, taking over from `ahead` what was read. What it
+    // writes is what the scan and evaluation make of such a text, without
+    // building the list.
     bool ReadNumberAndUnit(const char16_t* cursor, double number, double& value,
-                           const Dimensions& dimensions, const EverydayVocabulary* everyday) const;
-    // Lays the text out from cursor into the list. ParseFailure at a place
-    // that holds no number and no key. A trace, when given, is told of every
-    // element and of that place.
-    ErrorCode Scan(const char16_t* text, const char16_t* cursor, SymbolList& list,
-                   const EverydayVocabulary* everyday, bool forms, ScanTrace* trace) const;
+                           const Dimensions& dimensions, const EverydayVocabulary* everyday,
+                           ReadAhead& ahead) const;
+    // Lays the text out from cursor into the list. `fence`, when given, is
+    // the end of a key that was cut before an exponent: up to there, keys
+    // are looked up no further. ParseFailure at a place that holds no number
+    // and no key. A trace, when given, is told of every element and of that
+    // place.
+    ErrorCode Scan(const char16_t* text, const char16_t* cursor, const char16_t* fence,
+                   SymbolList& list, const EverydayVocabulary* everyday, bool forms,
+                   ScanTrace* trace) const;
 
     SymbolStrings symbolStrings;
     std::map<int, int> defaultSymbols;  // unit type id to symbol id

@@ -7,6 +7,7 @@
 #include "base/number_flags.h"
 #include "catalogue/everyday.h"
 #include "catalogue/unit_catalog.h"
+#include "grammar/operators.h"
 #include "grammar/parse_symbol.h"
 #include "notations/everyday_forms.h"
 
@@ -21,6 +22,13 @@ bool IsDigit(char16_t unit) {
 // What may begin an exponent: "²", "³", "^" or a digit.
 bool MayStartExponent(char16_t unit) {
     return IsDigit(unit) || unit == u'²' || unit == u'³' || unit == u'^';
+}
+
+// Whether the key of `length` units at key may have to be cut before an
+// exponent behind it (CutBeforeExponent): a key of one unit has nothing to
+// cut.
+bool MayCut(const char16_t* key, std::size_t length) {
+    return length > 1 && MayStartExponent(key[length]);
 }
 
 // Where a key that is a quotient or product of units ("kg/m", "m/s") must be
@@ -48,6 +56,60 @@ std::size_t CutBeforeExponent(const char16_t* key, std::size_t length,
         }
     }
     return cut;
+}
+
+// The key that the scan reads at cursor: the longest key of the dictionary,
+// or of the everyday words when `forms` is set and theirs is longer, short of
+// `fence`, the end of a key that was cut before an exponent; up to there,
+// keys are looked up no further. A key that has an exponent behind it is cut
+// before its last unit, and the key up to the cut is read in its place. The
+// symbol in its everyday meaning when `everyday` is given; null where no key
+// begins.
+const IParseSymbol* FindAnyKey(const char16_t* cursor, const char16_t*& fence, std::size_t& matched,
+                               const EverydayVocabulary* everyday, bool forms, bool us) {
+    const ParseDictionary& dictionary = UnitCatalog::Instance().Dictionary();
+    for (;;) {
+        const bool fenced = fence != nullptr && cursor < fence;
+        const std::size_t limit =
+            fenced ? static_cast<std::size_t>(fence - cursor) : static_cast<std::size_t>(-1);
+        const IParseSymbol* symbol = fenced ? dictionary.FindLongest(cursor, &matched, limit)
+                                            : dictionary.FindLongest(cursor, &matched);
+        if (forms) {
+            std::size_t longer = 0;
+            const IParseSymbol* word = everyday->FindLongest(cursor, &longer, limit, us);
+            if (word != nullptr && (symbol == nullptr || longer > matched)) {
+                symbol = word;
+                matched = longer;
+            }
+        }
+        if (symbol == nullptr) return nullptr;
+        if (!fenced && MayCut(cursor, matched)) {
+            if (const std::size_t cut = CutBeforeExponent(cursor, matched, dictionary)) {
+                fence = cursor + cut;
+                continue;
+            }
+        }
+        return everyday != nullptr ? everyday->Substitute(symbol, us) : symbol;
+    }
+}
+
+// FindAnyKey, with its commonest case here: the catalogue's keys alone and
+// no fence ahead.
+inline const IParseSymbol* FindKey(const char16_t* cursor, const char16_t*& fence,
+                                   std::size_t& matched, const EverydayVocabulary* everyday,
+                                   bool forms, bool us) {
+    if (fence != nullptr && cursor >= fence) fence = nullptr;
+    if (fence != nullptr || forms) return FindAnyKey(cursor, fence, matched, everyday, forms, us);
+    const ParseDictionary& dictionary = UnitCatalog::Instance().Dictionary();
+    const IParseSymbol* symbol = dictionary.FindLongest(cursor, &matched);
+    if (symbol == nullptr) return nullptr;
+    if (MayCut(cursor, matched)) {
+        if (const std::size_t cut = CutBeforeExponent(cursor, matched, dictionary)) {
+            fence = cursor + cut;
+            return FindAnyKey(cursor, fence, matched, everyday, false, us);
+        }
+    }
+    return everyday != nullptr ? everyday->Substitute(symbol, us) : symbol;
 }
 
 }  // namespace
@@ -95,38 +157,71 @@ ErrorCode FormatterImpl::ReadText(const char16_t* text, double& value, const Dim
                                   int group, const EverydayVocabulary* everyday, bool forms,
                                   ScanTrace* trace) const {
     const UnitCatalog& catalog = UnitCatalog::Instance();
-    SymbolList list;
     const char16_t* cursor = text;
     const bool commonSigns = everyday != nullptr;
+    // The short way reads the commonest texts without the list; not in a
+    // trace, whose reading always lays the list out. What it read of a text
+    // that it leaves to the list, the list takes over.
+    const bool shortWay = !forms && trace == nullptr;
+    ReadAhead ahead;
+    bool tried = false;
 
-    // The numbers at the very start, read once for both attempts.
-    while (*cursor != 0) {
-        double number = 0.0;
-        std::uint32_t flags = 0;
-        const Result scanned = numbers.ScanNumber(cursor, &number, &flags, commonSigns);
-        if (!scanned.Ok()) break;
-        list.PushBackNew<NumberSymbol>(number, flags);
-        if (trace != nullptr) {
-            trace->tokens.push_back(
-                {static_cast<std::size_t>(cursor - text), scanned.length, nullptr});
+    double number = 0.0;
+    std::uint32_t flags = 0;
+    Result scanned = numbers.ScanNumber(cursor, &number, &flags, commonSigns);
+    if (shortWay && scanned.Ok() && symbolStrings.Empty()) {
+        if (ReadNumberAndUnit(cursor + scanned.length, number, value, dimensions, everyday,
+                              ahead)) {
+            return ErrorCode::Success;
         }
-        cursor += scanned.length;
+        tried = true;
     }
 
-    // The caller's symbol strings come first. Once one of them has read the
-    // text, its result stands, even when it is not a value of `dimensions`.
-    if (!forms && !symbolStrings.Empty()) {
-        const ErrorCode custom = symbolStrings.Read(numbers, list, cursor, value, dimensions);
-        if (custom != ErrorCode::Failure) return custom;
+    SymbolList list;
+    if (tried) {
+        list.PushBackNew<NumberSymbol>(number, flags);
+    } else {
+        // The numbers at the very start, read once for both attempts.
+        while (scanned.Ok()) {
+            list.PushBackNew<NumberSymbol>(number, flags);
+            if (trace != nullptr) {
+                trace->tokens.push_back(
+                    {static_cast<std::size_t>(cursor - text), scanned.length, nullptr});
+            }
+            cursor += scanned.length;
+            if (*cursor == 0) break;
+            scanned = numbers.ScanNumber(cursor, &number, &flags, commonSigns);
+        }
+        // The caller's symbol strings come first. Once one of them has read
+        // the text, its result stands, even when it is not a value of
+        // `dimensions`.
+        if (!forms && !symbolStrings.Empty()) {
+            const ErrorCode custom = symbolStrings.Read(numbers, list, cursor, value, dimensions);
+            if (custom != ErrorCode::Failure) return custom;
+            if (shortWay && list.size() == 1) {
+                if (ReadNumberAndUnit(cursor, list.begin().symbol()->AsNumber()->value, value,
+                                      dimensions, everyday, ahead)) {
+                    return ErrorCode::Success;
+                }
+                tried = true;
+            }
+        }
     }
 
-    if (!forms && trace == nullptr && list.size() == 1 &&
-        ReadNumberAndUnit(cursor, list.begin().symbol()->AsNumber()->value, value, dimensions,
-                          everyday)) {
-        return ErrorCode::Success;
+    const char16_t* fence = nullptr;
+    if (tried) {
+        for (std::size_t i = 0; i < ahead.count; ++i) {
+            const ReadAhead::Token& token = ahead.tokens[i];
+            if (token.symbol != nullptr) {
+                list.PushBack(token.symbol);
+            } else {
+                list.PushBackNew<NumberSymbol>(token.number, token.flags);
+            }
+        }
+        cursor = ahead.cursor;
+        fence = ahead.fence;
     }
-
-    if (Scan(text, cursor, list, everyday, forms, trace) != ErrorCode::Success) {
+    if (Scan(text, cursor, fence, list, everyday, forms, trace) != ErrorCode::Success) {
         return ErrorCode::ParseFailure;
     }
 
@@ -153,58 +248,166 @@ ErrorCode FormatterImpl::ReadText(const char16_t* text, double& value, const Dim
     return ReadResult(list, value, dimensions);
 }
 
+namespace {
+
+// A unit in the making: its exponents and its factor, as a product or
+// quotient of converters makes them (GenericConverter).
+struct Operand {
+    Dimensions exponents;
+    double factor;
+};
+
+}  // namespace
+
 bool FormatterImpl::ReadNumberAndUnit(const char16_t* cursor, double number, double& value,
                                       const Dimensions& dimensions,
-                                      const EverydayVocabulary* everyday) const {
-    // The scan has found no number at cursor; it looks a key up there, and
-    // behind a blank, which the evaluation drops after a number, once more
-    // where no number begins.
-    const ParseDictionary& dictionary = UnitCatalog::Instance().Dictionary();
-    std::size_t matched = 0;
+                                      const EverydayVocabulary* everyday, ReadAhead& ahead) const {
+    // What the scan lays out behind the number is read token by token, the
+    // way the scan reads it, and evaluated as the list's two passes would:
+    // - first pass: a blank is a product where an operand stands before it
+    //   and another directly behind it, and nothing anywhere else;
+    // - second pass: "²", "³" and "^n" apply at once to the operand on their
+    //   left, "·" and "/" from left to right; each of these looks ahead past
+    //   its right operand and lets one power there go first, so that a second
+    //   power behind it ("a·b²³") applies to the product;
+    // - the number joins the finished operand by its ToBase.
+    // Anything else, or anything in another order, is left to the list.
+    enum class Last { Nothing, Operand, Power, Operator, Caret };
     const bool us = localeId == kEnglish;
-    auto lookUp = [&]() -> const IParseSymbol* {
-        const IParseSymbol* found = dictionary.FindLongest(cursor, &matched);
-        return found != nullptr && everyday != nullptr ? everyday->Substitute(found, us) : found;
+    const bool commonSigns = everyday != nullptr;
+    const char16_t* fence = nullptr;
+
+    Last last = Last::Nothing;
+    // The first operand stays a symbol of its own, offset and all, until
+    // something applies to it; then `left` holds what it has become.
+    const UnitConverter* first = nullptr;
+    Operand left;
+    Operand right;
+    bool quotient = false;  // the waiting operator
+    bool pending = false;   // an operator has its right operand and may apply
+    bool rightRaised = false;
+    bool blank = false;  // a blank behind an operand, a product if an operand follows
+
+    auto hold = [&]() {
+        if (first != nullptr) {
+            left = {first->GetDimensions(), first->GetFactor()};
+            first = nullptr;
+        }
     };
-    const IParseSymbol* symbol = lookUp();
-    if (symbol == nullptr) return false;
-    if (symbol->Kind() == ParseKind::Space) {
-        cursor += matched;
-        double ignored = 0.0;
-        std::uint32_t flags = 0;
-        if (numbers.ScanNumber(cursor, &ignored, &flags, everyday != nullptr).Ok()) return false;
-        symbol = lookUp();
-        if (symbol == nullptr) return false;
-    }
-    // A key that ends the text has no exponent behind it to be cut for.
-    if (cursor[matched] != 0) return false;
-    // Only a plain operand joins the number before it and nothing else; the
-    // result is the number in base units, which must have the target's
-    // exponents.
-    if (symbol->Kind() != ParseKind::Operand) return false;
-    const UnitConverter& converter = symbol->AsOperand()->GetConverter();
-    double base = 0.0;
-    if (converter.DirectToBase(number, base, converter.GetDimensions()) != ErrorCode::Success ||
-        !SameDimensions(converter.GetDimensions(), dimensions)) {
+    // The waiting operator applies: left and right become one.
+    auto apply = [&]() {
+        if (!pending) return;
+        hold();
+        left = quotient ? Operand{left.exponents - right.exponents, left.factor / right.factor}
+                        : Operand{left.exponents + right.exponents, left.factor * right.factor};
+        pending = false;
+    };
+    // A power: to the right operand if it has none yet, else to what stands
+    // on the left once the operator has applied.
+    auto raise = [&](int power) {
+        if (pending && !rightRaised) {
+            rightRaised = true;
+            return RaiseToPower(right.exponents, right.factor, power);
+        }
+        apply();
+        hold();
+        return RaiseToPower(left.exponents, left.factor, power);
+    };
+
+    // Every number and key read goes to `ahead` first; the list takes them
+    // over from there when the text is left to it.
+    ReadAhead::Token* token = ahead.tokens;
+    auto leave = [&]() {
+        ahead.count = static_cast<std::size_t>(token - ahead.tokens);
+        ahead.cursor = cursor;
+        ahead.fence = fence;
         return false;
+    };
+    while (*cursor != 0) {
+        if (token == ahead.tokens + ReadAhead::kTokens) return leave();
+        double exponent = 0.0;
+        std::uint32_t flags = 0;
+        const Result scanned = numbers.ScanNumber(cursor, &exponent, &flags, commonSigns);
+        if (scanned.Ok()) {
+            *token++ = {nullptr, exponent, flags};
+            cursor += scanned.length;
+            // A number is only the exponent behind a caret.
+            if (last != Last::Caret) return leave();
+            const int power = CaretPower(exponent, flags);
+            if (power == 0 || !raise(power)) return leave();
+            last = Last::Power;
+            continue;
+        }
+        std::size_t matched = 0;
+        const IParseSymbol* symbol = FindKey(cursor, fence, matched, everyday, false, us);
+        if (symbol == nullptr) return leave();
+        token++->symbol = symbol;
+        cursor += matched;
+        const ParseKind kind = symbol->Kind();
+        if (kind == ParseKind::Space) {
+            // A blank stays one only between two operands.
+            blank = last == Last::Operand;
+            continue;
+        }
+        const bool product = blank;
+        blank = false;
+        switch (kind) {
+            case ParseKind::Operand: {
+                const UnitConverter& converter = symbol->AsOperand()->GetConverter();
+                if (last == Last::Nothing) {
+                    first = &converter;
+                } else if (last == Last::Operator || product) {
+                    apply();
+                    quotient = quotient && !product;
+                    right = {converter.GetDimensions(), converter.GetFactor()};
+                    pending = true;
+                    rightRaised = false;
+                } else {
+                    return leave();
+                }
+                last = Last::Operand;
+                break;
+            }
+            case ParseKind::Multiplication:
+            case ParseKind::Division:
+                if (last != Last::Operand && last != Last::Power) return leave();
+                apply();
+                quotient = kind == ParseKind::Division;
+                last = Last::Operator;
+                break;
+            case ParseKind::Square:
+            case ParseKind::Cubic:
+                if (last != Last::Operand && last != Last::Power) return leave();
+                if (!raise(kind == ParseKind::Square ? 2 : 3)) return leave();
+                last = Last::Power;
+                break;
+            case ParseKind::Caret:
+                if (last != Last::Operand && last != Last::Power) return leave();
+                last = Last::Caret;
+                break;
+            default:
+                return leave();
+        }
     }
-    value = base;
+    if (last != Last::Operand && last != Last::Power) return leave();
+    apply();
+    const Dimensions& exponents = first != nullptr ? first->GetDimensions() : left.exponents;
+    if (!SameDimensions(exponents, dimensions)) return leave();
+    if (first != nullptr)
+        return first->DirectToBase(number, value, dimensions) == ErrorCode::Success;
+    value = number * left.factor;
     return true;
 }
 
-ErrorCode FormatterImpl::Scan(const char16_t* text, const char16_t* cursor, SymbolList& list,
-                              const EverydayVocabulary* everyday, bool forms,
+ErrorCode FormatterImpl::Scan(const char16_t* text, const char16_t* cursor, const char16_t* fence,
+                              SymbolList& list, const EverydayVocabulary* everyday, bool forms,
                               ScanTrace* trace) const {
     auto note = [&](std::size_t length, const IParseSymbol* symbol) {
         if (trace != nullptr) {
             trace->tokens.push_back({static_cast<std::size_t>(cursor - text), length, symbol});
         }
     };
-    const ParseDictionary& dictionary = UnitCatalog::Instance().Dictionary();
     const bool us = localeId == kEnglish;
-    // The end of a key that was cut before an exponent: up to there, keys
-    // are looked up no further.
-    const char16_t* fence = nullptr;
     // Every place holds a number or a key of the dictionary: numbers first.
     while (*cursor != 0) {
         double number = 0.0;
@@ -231,31 +434,12 @@ ErrorCode FormatterImpl::Scan(const char16_t* text, const char16_t* cursor, Symb
                 continue;
             }
         }
-        const bool fenced = fence != nullptr && cursor < fence;
-        const std::size_t limit =
-            fenced ? static_cast<std::size_t>(fence - cursor) : static_cast<std::size_t>(-1);
         std::size_t matched = 0;
-        const IParseSymbol* symbol = fenced ? dictionary.FindLongest(cursor, &matched, limit)
-                                            : dictionary.FindLongest(cursor, &matched);
-        if (forms) {
-            std::size_t longer = 0;
-            const IParseSymbol* word = everyday->FindLongest(cursor, &longer, limit, us);
-            if (word != nullptr && (symbol == nullptr || longer > matched)) {
-                symbol = word;
-                matched = longer;
-            }
-        }
+        const IParseSymbol* symbol = FindKey(cursor, fence, matched, everyday, forms, us);
         if (symbol == nullptr) {
             if (trace != nullptr) trace->failedAt = static_cast<std::size_t>(cursor - text);
             return ErrorCode::ParseFailure;
         }
-        if (!fenced && MayStartExponent(cursor[matched])) {
-            if (const std::size_t cut = CutBeforeExponent(cursor, matched, dictionary)) {
-                fence = cursor + cut;
-                continue;
-            }
-        }
-        if (everyday != nullptr) symbol = everyday->Substitute(symbol, us);
         list.PushBack(symbol);
         note(matched, symbol);
         cursor += matched;

@@ -105,44 +105,65 @@ template <bool Bounded, typename Value>
 inline Value Find(const Pools<Value>& pools, const char16_t* text, std::size_t* matched,
                   std::size_t limit) {
     if (text == nullptr) return Value{};
-    Value best{};
-    const Node<Value>* const root = pools.root;
-    const Node<Value>* node = root;
+    const Node<Value>* node = pools.root;
+    Value best = node->value;
+    std::size_t bestCount = 0;
     std::size_t count = 0;
+    // The root, the widest node by far, is passed first, by its table where
+    // that has the unit; no later step comes back to it.
+    if (node->form == Form::Branch && !(Bounded && limit == 0)) {
+        const char16_t unit = *text;
+        Index child = 0;
+        const int slot = RootSlot(unit);
+        if (slot >= 0) {
+            child = pools.rootChildren[slot];
+        } else {
+            const Edge* end = pools.edges + node->first + node->count;
+            const Edge* edge =
+                std::lower_bound(pools.edges + node->first, end, unit,
+                                 [](const Edge& e, char16_t u) { return e.unit < u; });
+            if (edge != end && edge->unit == unit) child = edge->child;
+        }
+        // No key begins with the terminator: the table has no child for it.
+        if (child == 0) {
+            if (best != Value{} && matched != nullptr) *matched = 0;
+            return best;
+        }
+        node = pools.nodes + child;
+        count = 1;
+    }
     for (;;) {
         if (node->value != Value{}) {
             best = node->value;
-            if (matched != nullptr) *matched = count;
+            bestCount = count;
         }
         if (Bounded && count == limit) break;
         const char16_t unit = text[count];
         if (unit == 0) break;
         if (node->form == Form::Branch) {
-            // The root and the wide branches find a child by table.
-            const Index* table = nullptr;
-            if (node == root) {
-                const int slot = RootSlot(unit);
-                if (slot >= 0) table = pools.rootChildren + slot;
-            } else if (node->wide != 0 && unit < kWideUnits) {
-                table = pools.wideChildren + (node->wide - 1) * std::size_t{kWideUnits} + unit;
-            }
-            if (table != nullptr) {
-                if (*table == 0) break;
-                node = pools.nodes + *table;
+            const Edge* edge = pools.edges + node->first;
+            const Edge* end = edge + node->count;
+            if (node->wide != 0) {
+                // A wide branch finds a child by the units below 128 by table;
+                // the few others stand last among its edges.
+                if (unit < kWideUnits) {
+                    const Index child =
+                        pools.wideChildren[(node->wide - 1) * std::size_t{kWideUnits} + unit];
+                    if (child == 0) break;
+                    node = pools.nodes + child;
+                    ++count;
+                    continue;
+                }
+                while (edge != end && end[-1].unit > unit) --end;
+                if (edge == end || end[-1].unit != unit) break;
+                node = pools.nodes + end[-1].child;
                 ++count;
                 continue;
             }
-            const Edge* edge = pools.edges + node->first;
-            const Edge* end = edge + node->count;
-            if (node == root) {
-                edge = std::lower_bound(edge, end, unit,
-                                        [](const Edge& e, char16_t u) { return e.unit < u; });
-            } else {
-                // Other branches have a few dozen edges at most. Parsing looks
-                // up the same few texts again and again: a scan with predicted
-                // jumps runs ahead of its loads.
-                while (edge != end && edge->unit < unit) ++edge;
-            }
+            // Other branches have a few edges. Parsing looks up the same few
+            // texts again and again: a scan with predicted jumps runs ahead
+            // of its loads.
+            while (edge != end && edge->unit < unit) ++edge;
             if (edge == end || edge->unit != unit) break;
             node = pools.nodes + edge->child;
             ++count;
@@ -160,6 +181,7 @@ inline Value Find(const Pools<Value>& pools, const char16_t* text, std::size_t* 
             break;
         }
     }
+    if (best != Value{} && matched != nullptr) *matched = bestCount;
     return best;
 }
 

@@ -529,6 +529,15 @@ public:
         for (std::uint32_t key : kPackedLines.products)
             AddWord(kPackedLines.Key(key), product, nullptr);
         std::sort(out.replaced.begin(), out.replaced.end(), EverydayVocabulary::BySymbol{});
+        std::size_t size = 16;
+        while (size < 4 * out.replaced.size()) size *= 2;
+        out.slots.assign(size, nullptr);
+        out.slotMask = size - 1;
+        for (const auto& entry : out.replaced) {
+            std::size_t slot = out.SlotOf(entry.first);
+            while (out.slots[slot] != nullptr) slot = (slot + 1) & out.slotMask;
+            out.slots[slot] = &entry;
+        }
         out.words.IndexWideBranches();
         const IParseSymbol* blank = Known(u" ");
         if (!KeyGoesOnBehind(u' ') && !out.MayBeginWord(u' ') &&

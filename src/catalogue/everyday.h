@@ -43,16 +43,16 @@ public:
     // The symbol that reads in place of a catalogue symbol: its everyday
     // meaning where the list replaces it, else the symbol itself.
     const IParseSymbol* Substitute(const IParseSymbol* symbol, bool us) const {
-        // Most symbols lie outside the span of the few replaced ones.
-        const std::less<const IParseSymbol*> below;
-        if (replaced.empty() || below(symbol, replaced.front().first) ||
-            below(replaced.back().first, symbol)) {
-            return symbol;
+        // Most symbols are not among the few replaced ones: a probe or two
+        // of a small table of them says so.
+        for (std::size_t slot = SlotOf(symbol);; slot = (slot + 1) & slotMask) {
+            const Replaced* entry = slots[slot];
+            if (entry == nullptr) return symbol;
+            if (entry->first == symbol) {
+                const IParseSymbol* meaning = entry->second->For(us);
+                return meaning != nullptr ? meaning : symbol;
+            }
         }
-        auto at = std::lower_bound(replaced.begin(), replaced.end(), symbol, BySymbol{});
-        if (at == replaced.end() || at->first != symbol) return symbol;
-        const IParseSymbol* meaning = at->second->For(us);
-        return meaning != nullptr ? meaning : symbol;
     }
 
     // The longest everyday key at text, no longer than limit: the symbol
@@ -126,6 +126,15 @@ private:
         bool operator()(const Replaced& a, const Replaced& b) const { return (*this)(a, b.first); }
     };
     std::vector<Replaced> replaced;  // sorted BySymbol
+    // The entries of `replaced` by their symbol, open addressing with linear
+    // probes from SlotOf, in a power of two of slots at least four times
+    // their count; null where none stands.
+    std::vector<const Replaced*> slots;
+    std::size_t slotMask = 0;
+    std::size_t SlotOf(const IParseSymbol* symbol) const {
+        const auto address = reinterpret_cast<std::uintptr_t>(symbol);
+        return static_cast<std::size_t>((address >> 3) * 0x9E3779B97F4A7C15u >> 32) & slotMask;
+    }
 };
 
 }  // namespace Mensura

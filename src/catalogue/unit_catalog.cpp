@@ -43,6 +43,18 @@ const IParseSymbol* const kNoReaders[1] = {nullptr};
 
 ParseDictionary::ParseDictionary() : tree(kNoKeys), readers(kNoReaders) {}
 
+ParseDictionary::ParseDictionary(const RadixLayout::Pools<std::uint16_t>& pools,
+                                 const IParseSymbol* const* symbolReaders)
+    : tree(pools), readers(symbolReaders) {
+    if (pools.root->form != RadixLayout::Form::Branch) return;
+    for (std::size_t slot = 0; slot < alone.size(); ++slot) {
+        const RadixLayout::Index child = pools.rootChildren[slot];
+        if (child == 0) continue;
+        const RadixLayout::Node<std::uint16_t>& node = pools.nodes[child];
+        if (node.form == RadixLayout::Form::Leaf) alone[slot] = node.value;
+    }
+}
+
 std::vector<std::pair<std::u16string, const IParseSymbol*>> ParseDictionary::Keys() const {
     std::vector<std::pair<std::u16string, const IParseSymbol*>> keys;
     const auto numbered = tree.Keys();

@@ -36,11 +36,19 @@ public:
     // readers[0] is null; readers[n] the reader of number n, for every
     // number that the pools hold.
     ParseDictionary(const RadixLayout::Pools<std::uint16_t>& pools,
-                    const IParseSymbol* const* readers)
-        : tree(pools), readers(readers) {}
+                    const IParseSymbol* const* readers);
 
     // The symbol of the longest key that begins text, as RadixTree::FindLongest.
     const IParseSymbol* FindLongest(const char16_t* text, std::size_t* matched) const {
+        // A key of one unit that no longer key continues needs no walk:
+        // the operators between the units of a text are such keys.
+        if (text != nullptr) {
+            const int slot = RadixLayout::RootSlot(*text);
+            if (slot >= 0 && alone[slot] != 0) {
+                if (matched != nullptr) *matched = 1;
+                return readers[alone[slot]];
+            }
+        }
         return readers[tree.FindLongest(text, matched)];
     }
     const IParseSymbol* FindLongest(const char16_t* text, std::size_t* matched,
@@ -56,6 +64,9 @@ public:
 private:
     RadixTreeView<std::uint16_t> tree;
     const IParseSymbol* const* readers;
+    // By the root's table: the reader of a key of that one unit which no
+    // longer key continues, else 0.
+    std::array<std::uint16_t, RadixLayout::kRootSlots> alone{};
 };
 
 class UnitCatalog {

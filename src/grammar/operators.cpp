@@ -30,33 +30,16 @@ ErrorCode ApplyBinary(SymbolList& list, SymbolList::iterator& position, bool quo
     return ErrorCode::Success;
 }
 
-// The operand before the operator raised to `power`, by repeated products, so
-// that the factor rounds as repeated multiplication does. Refuses a power
-// whose exponents would not fit.
+// The operand before the operator raised to `power`.
 ErrorCode ApplyPower(SymbolList& list, SymbolList::iterator& position, int power) {
     if (position == list.begin()) return ErrorCode::ParseFailure;
     const SymbolList::iterator left = position.previous();
     const OperandSymbol* operand = left.symbol()->AsOperand();
     if (operand == nullptr) return ErrorCode::ParseFailure;
     const UnitConverter& x = operand->GetConverter();
-    Dimensions exponents{};
-    for (std::size_t i = 0; i < exponents.size(); ++i) {
-        const long long exponent = static_cast<long long>(x.GetDimensions()[i]) * power;
-        if (exponent > std::numeric_limits<std::int32_t>::max() ||
-            exponent < std::numeric_limits<std::int32_t>::min()) {
-            return ErrorCode::ParseFailure;
-        }
-        exponents[i] = static_cast<std::int32_t>(exponent);
-    }
-    // Once a product leaves the factor as it is (1, 0, infinity) or makes it
-    // NaN, the rest of the products would too.
+    Dimensions exponents = x.GetDimensions();
     double factor = x.GetFactor();
-    for (int i = 1; i < power; ++i) {
-        const double next = factor * x.GetFactor();
-        const bool settled = next == factor || std::isnan(next);
-        factor = next;
-        if (settled) break;
-    }
+    if (!RaiseToPower(exponents, factor, power)) return ErrorCode::ParseFailure;
     list.Replace<GenericOperand>(left, exponents, factor);
     list.Erase(position);
     position = left;
@@ -64,6 +47,39 @@ ErrorCode ApplyPower(SymbolList& list, SymbolList::iterator& position, int power
 }
 
 }  // namespace
+
+bool RaiseToPower(Dimensions& exponents, double& factor, int power) {
+    Dimensions raised{};
+    for (std::size_t i = 0; i < raised.size(); ++i) {
+        const long long exponent = static_cast<long long>(exponents[i]) * power;
+        if (exponent > std::numeric_limits<std::int32_t>::max() ||
+            exponent < std::numeric_limits<std::int32_t>::min()) {
+            return false;
+        }
+        raised[i] = static_cast<std::int32_t>(exponent);
+    }
+    // Once a product leaves the factor as it is (1, 0, infinity) or makes it
+    // NaN, the rest of the products would too.
+    double product = factor;
+    for (int i = 1; i < power; ++i) {
+        const double next = product * factor;
+        const bool settled = next == product || std::isnan(next);
+        product = next;
+        if (settled) break;
+    }
+    exponents = raised;
+    factor = product;
+    return true;
+}
+
+int CaretPower(double value, std::uint32_t flags) {
+    if (flags & NumberFlags::PointSeen) return 0;
+    // Truncated toward zero; what lies outside an int counts as below 1.
+    if (!(value >= 1.0 && value < static_cast<double>(std::numeric_limits<int>::max()) + 1.0)) {
+        return 0;
+    }
+    return static_cast<int>(value);
+}
 
 ErrorCode MultiplicationSymbol::Apply(SymbolList& list, SymbolList::iterator& position) const {
     return ApplyBinary(list, position, false);
@@ -87,14 +103,9 @@ ErrorCode CaretSymbol::Apply(SymbolList& list, SymbolList::iterator& position) c
     if (exponent == list.end()) return ErrorCode::ParseFailure;
     if (position.previous().symbol()->AsOperand() == nullptr) return ErrorCode::ParseFailure;
     const NumberSymbol* number = exponent.symbol()->AsNumber();
-    if (number == nullptr || (number->flags & NumberFlags::PointSeen))
-        return ErrorCode::ParseFailure;
-    // Truncated toward zero; what lies outside an int counts as below 1.
-    const double value = number->value;
-    if (!(value >= 1.0 && value < static_cast<double>(std::numeric_limits<int>::max()) + 1.0)) {
-        return ErrorCode::ParseFailure;
-    }
-    const int power = static_cast<int>(value);
+    if (number == nullptr) return ErrorCode::ParseFailure;
+    const int power = CaretPower(number->value, number->flags);
+    if (power == 0) return ErrorCode::ParseFailure;
     list.Erase(exponent);
     return ApplyPower(list, position, power);
 }

@@ -81,6 +81,17 @@ public:
                        const Dimensions& dimensions) const override;
 };
 
+// A unit of these exponents and this factor raised in place to `power`, from
+// 1 up, by repeated products, so that the factor rounds as repeated
+// multiplication does. False, with nothing changed, when an exponent would
+// not fit in 32 bits.
+bool RaiseToPower(Dimensions& exponents, double& factor, int power);
+
+// The power that "^" takes from the number behind it: its value truncated
+// toward zero, or 0 when the caret refuses it (a decimal separator, a value
+// below 1 or beyond an int).
+int CaretPower(double value, std::uint32_t flags);
+
 }  // namespace Mensura
 
 #endif  // MENSURA_GRAMMAR_OPERATORS_H

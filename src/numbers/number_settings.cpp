@@ -93,6 +93,11 @@ void NumberSettings::IndexTokens() {
          {&positiveSign, &negativeSign, &groupSeparator, &decimalSeparator}) {
         note(text->c_str());
     }
+    for (std::size_t unit = 0; unit < asciiTokens.size(); ++unit) {
+        const std::int8_t code = asciiTokens[unit];
+        const bool starts = code != NumberToken::Exponent && code != NumberToken::GroupSeparator;
+        asciiStarts[unit] = starts ? code : kNoToken;
+    }
 }
 
 void NumberSettings::GetNativeDigits(char16_t* digits) const {

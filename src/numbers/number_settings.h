@@ -14,6 +14,7 @@
 #include <string>
 #include <vector>
 
+#include "base/number_flags.h"
 #include "base/radix_tree.h"
 #include "base/result.h"
 #include "mensura/mensura.hpp"
@@ -171,8 +172,24 @@ public:
         // Only an empty sign could stand here, and a sign alone is no number;
         // no token begins with the terminator.
         if (text == nullptr) return Result::Fail(ErrorCode::ParseFailure);
-        if (!MayStartToken(*text) && !(everyday && IsCommonSign(*text))) {
-            return Result::Fail(ErrorCode::ParseFailure);
+        const char16_t unit = *text;
+        const int code = unit < 128         ? asciiStarts[unit]
+                         : otherTokenStarts ? kLongerToken
+                                            : kNoToken;
+        if (code == kNoToken) {
+            if (!(everyday && IsCommonSign(unit))) return Result::Fail(ErrorCode::ParseFailure);
+        } else {
+            // Digits, or a sign of one unit and digits.
+            const std::size_t start =
+                IsDigitCode(code) ? 0
+                : (code == NumberToken::NegativeSign || code == NumberToken::PositiveSign) &&
+                        IsDigitCode(PlainCode(text[1]))
+                    ? 1
+                    : 2;
+            if (start < 2) {
+                const std::size_t length = ReadPlainNumber(text, start, value, flags);
+                if (length != 0) return Result::Done(length);
+            }
         }
         return ReadNumber(text, value, flags, everyday);
     }
@@ -217,10 +234,64 @@ private:
     NumberTokenTree TokensWithout(const char16_t* const* texts, std::size_t count) const;
     // Fills the scanner's table from NumberTokens and the settings.
     void IndexTokens();
-    // Whether a token of some length may begin with unit: when not, the
-    // scanner finds at most an empty sign there, and no number.
-    bool MayStartToken(char16_t unit) const {
-        return unit < 128 ? asciiTokens[unit] != kNoToken : otherTokenStarts;
+    // Whether a code of asciiTokens is a digit's, and that digit's value.
+    static bool IsDigitCode(int code) {
+        return static_cast<unsigned>(code - NumberToken::Digit(0)) <=
+               static_cast<unsigned>(NumberToken::Digit(9) - NumberToken::Digit(0));
+    }
+    static double DigitOf(int code) { return static_cast<double>((code >> 2) - 1); }
+    // The code of a unit by asciiTokens, and for a unit of 128 or more
+    // kLongerToken where a token may begin with one, else kNoToken. Where
+    // no token begins, the scanner finds at most an empty sign, and no number.
+    int PlainCode(char16_t unit) const {
+        if (unit < 128) return asciiTokens[unit];
+        return otherTokenStarts ? kLongerToken : kNoToken;
+    }
+    // The commonest numbers, read at once: perhaps a sign, digits, perhaps
+    // group separators among them, perhaps a decimal separator and digits,
+    // each a token of one unit below 128, and behind them no exponent and no
+    // unit that a token of several units may begin with. The digits begin at
+    // `start`, behind the sign when it is 1. Its length, with value and
+    // *flags written as ReadNumber writes them; 0, with nothing written, for
+    // any other number, which ReadNumber then reads.
+    std::size_t ReadPlainNumber(const char16_t* text, std::size_t start, double* value,
+                                std::uint32_t* flagsOut) const {
+        std::uint32_t flags = NumberFlags::IntegerDigits;
+        double sign = 1.0;
+        if (start != 0) {
+            const bool negative = asciiTokens[text[0]] == NumberToken::NegativeSign;
+            flags |= negative ? NumberFlags::MinusSign : NumberFlags::PlusSign;
+            if (negative) sign = -1.0;
+        }
+        double whole = 0.0;
+        std::size_t position = start;
+        int code = asciiTokens[text[position]];
+        for (;;) {
+            if (IsDigitCode(code)) {
+                whole = whole * 10 + DigitOf(code);
+            } else if (code == NumberToken::GroupSeparator) {
+                flags |= NumberFlags::GroupSeen;
+            } else {
+                break;
+            }
+            code = PlainCode(text[++position]);
+        }
+        double fraction = 0.0;
+        double divisor = 1.0;
+        if (code == NumberToken::DecimalSeparator) {
+            flags |= NumberFlags::PointSeen;
+            code = PlainCode(text[++position]);
+            while (IsDigitCode(code)) {
+                flags |= NumberFlags::FractionDigits;
+                fraction = fraction * 10 + DigitOf(code);
+                divisor *= 10.0;
+                code = PlainCode(text[++position]);
+            }
+        }
+        if (code == NumberToken::Exponent || code == kLongerToken) return 0;
+        *value = (fraction / divisor + whole) * sign;
+        if (flagsOut != nullptr) *flagsOut = flags;
+        return position;
     }
     // What NumberTokens finds at the start of text, which is not empty.
     int TokenAt(const char16_t* text) const {
@@ -255,6 +326,9 @@ private:
     static constexpr std::int8_t kNoToken = -1;
     static constexpr std::int8_t kLongerToken = -2;
     std::array<std::int8_t, 128> asciiTokens{};
+    // asciiTokens as the first unit of a number sees it: neither the exponent
+    // letter nor a group separator begins one, so these hold kNoToken too.
+    std::array<std::int8_t, 128> asciiStarts{};
     bool otherTokenStarts = false;       // some token begins with a unit of 128 or more
     int emptyToken = NumberToken::None;  // the code of the empty text: an empty sign
 };

@@ -7,14 +7,6 @@
 
 namespace Mensura {
 
-namespace {
-
-bool IsDigitCode(int code) {
-    return code != NumberToken::None && (code - 4) / 4 <= 9;
-}
-
-}  // namespace
-
 Result NumberSettings::ReadNumber(const char16_t* text, double* value, std::uint32_t* flagsOut,
                                   bool everyday) const {
     // Most numbers are a sign perhaps, digits and group separators, perhaps a
