@@ -117,16 +117,25 @@ ErrorCode ReadResult(SymbolList& list, double& value, const Dimensions& dimensio
 
 ErrorCode EvaluateList(SymbolList& list, const Dimensions& dimensions) {
     if (list.empty() || !NestingWithinLimit(list)) return ErrorCode::ParseFailure;
-    for (const bool firstPass : {true, false}) {
-        for (SymbolList::iterator position = list.begin(); position != list.end();) {
-            const IParseSymbol* symbol = position.symbol();
-            if (firstPass && symbol->StepsOverInFirstPass()) {
-                ++position;
-                continue;
-            }
-            if (symbol->Evaluate(list, position, firstPass, dimensions) != ErrorCode::Success)
-                return ErrorCode::ParseFailure;
+    for (SymbolList::iterator position = list.begin(); position != list.end();) {
+        const IParseSymbol* symbol = position.symbol();
+        if (symbol->StepsOverInFirstPass()) {
+            ++position;
+            continue;
         }
+        if (symbol->Evaluate(list, position, true, dimensions) != ErrorCode::Success)
+            return ErrorCode::ParseFailure;
+    }
+    for (SymbolList::iterator position = list.begin(); position != list.end();) {
+        const IParseSymbol* symbol = position.symbol();
+        if (symbol->AsNumber() != nullptr) {
+            // What a number's own visit does, without the call.
+            ++position;
+            if (position == list.end()) return ErrorCode::ParseFailure;
+            continue;
+        }
+        if (symbol->Evaluate(list, position, false, dimensions) != ErrorCode::Success)
+            return ErrorCode::ParseFailure;
     }
     if (list.empty()) return ErrorCode::ParseFailure;
     return list.begin().symbol()->Kind() == ParseKind::Result ? ErrorCode::Success

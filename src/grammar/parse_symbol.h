@@ -74,16 +74,20 @@ public:
     const NumberSymbol* AsNumber() const;
     // Whether the first pass only steps over the symbol: so it is for every
     // number, operand and operator, whose Evaluate the engine then skips in
-    // that pass. A class of those families whose first pass does more must
-    // not keep its family.
-    bool StepsOverInFirstPass() const { return family != Family::Other; }
+    // that pass, and for the marks that act only in the second. A class of
+    // those families whose first pass does more must not keep its family.
+    bool StepsOverInFirstPass() const { return stepsInFirstPass; }
 
 protected:
     enum class Family : std::uint8_t { Other, Operand, Operator, Number };
-    explicit IParseSymbol(Family f) : family(f) {}
+    explicit IParseSymbol(Family f) : family(f), stepsInFirstPass(true) {}
+    // For a class of no family whose first pass only steps forward.
+    struct FirstPassSteps {};
+    explicit IParseSymbol(FirstPassSteps) : stepsInFirstPass(true) {}
 
 private:
     Family family = Family::Other;
+    bool stepsInFirstPass = false;
 };
 
 // A unit: its value is its converter.
@@ -161,6 +165,21 @@ inline const OperatorSymbol* IParseSymbol::AsOperator() const {
 
 inline const NumberSymbol* IParseSymbol::AsNumber() const {
     return family == Family::Number ? static_cast<const NumberSymbol*>(this) : nullptr;
+}
+
+// Puts a number into the element at `position`. A number that the element
+// owns is rewritten where it stands, as nothing else holds it; anything else
+// gives way to a new owned number.
+inline void SetNumber(SymbolList& list, SymbolList::iterator position, double value,
+                      std::uint32_t flags) {
+    const NumberSymbol* number = position.symbol()->AsNumber();
+    if (number != nullptr && list.Owns(position)) {
+        auto* own = const_cast<NumberSymbol*>(number);
+        own->value = value;
+        own->flags = flags;
+        return;
+    }
+    list.Replace<NumberSymbol>(position, value, flags);
 }
 
 // The deepest nesting of parentheses that EvaluateList reads. The second

@@ -90,16 +90,26 @@ public:
         next->previous = node->previous;
         --count;
         if (node->owned) Destroy(node->symbol);
-        if (node >= nodes && node < nodes + kInlineNodes) {
-            node->next = freeNodes;
-            freeNodes = node;
-        } else {
-            delete node;
-        }
+        Release(node);
         return iterator(next);
     }
     // Removes the elements from `first` up to, not including, `last`.
     iterator Erase(iterator first, iterator last);
+    // Removes the elements from `first` to the end, linking the list's end
+    // once rather than unlinking each.
+    void EraseToEnd(iterator first) {
+        Node* node = first.node;
+        if (node == &sentinel) return;
+        node->previous->next = &sentinel;
+        sentinel.previous = node->previous;
+        while (node != &sentinel) {
+            Node* next = node->next;
+            --count;
+            if (node->owned) Destroy(node->symbol);
+            Release(node);
+            node = next;
+        }
+    }
     void Clear() { Erase(begin(), end()); }
 
     bool Owns(iterator position) const { return position.node->owned; }
@@ -138,6 +148,14 @@ private:
         after->previous = node;
         ++count;
         return iterator(node);
+    }
+    void Release(Node* node) {
+        if (node >= nodes && node < nodes + kInlineNodes) {
+            node->next = freeNodes;
+            freeNodes = node;
+        } else {
+            delete node;
+        }
     }
     void Assign(iterator position, const IParseSymbol* symbol, bool owned) {
         Node* node = position.node;

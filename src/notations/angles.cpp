@@ -150,7 +150,7 @@ ErrorCode DegreeSymbol::Evaluate(SymbolList& list, SymbolList::iterator& positio
     if (next == ParseKind::East || next == ParseKind::West) {
         // Degrees straight before the letter: the bearing in seconds of arc.
         if (before != list.begin()) return ErrorCode::ParseFailure;
-        list.Replace<NumberSymbol>(before, d * 60.0 * 60.0, 0u);
+        SetNumber(list, before, d * 60.0 * 60.0, 0u);
         list.Replace<DoublePrimeSymbol>(mark);
         position = behind;
         return ErrorCode::Success;
@@ -164,7 +164,7 @@ ErrorCode DegreeSymbol::Evaluate(SymbolList& list, SymbolList::iterator& positio
     if (behind.next() == list.end() || behind.next().symbol()->Kind() != ParseKind::Prime) {
         return ErrorCode::ParseFailure;
     }
-    list.Replace<NumberSymbol>(before, minutes, flags);
+    SetNumber(list, before, minutes, flags);
     list.Erase(behind);
     list.Erase(mark);
     position = list.begin();

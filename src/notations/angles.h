@@ -30,6 +30,7 @@ namespace Mensura {
 // "°": degrees, handing minutes and seconds on to the marks of feet and inches.
 class DegreeSymbol final : public IParseSymbol {
 public:
+    DegreeSymbol() : IParseSymbol(FirstPassSteps{}) {}
     ParseKind Kind() const override { return ParseKind::Degree; }
     ErrorCode Evaluate(SymbolList& list, SymbolList::iterator& position, bool firstPass,
                        const Dimensions& dimensions) const override;
@@ -72,6 +73,8 @@ public:
 
 protected:
     BearingEndSymbol(bool opened, bool north) : opened(opened), fromNorth(north) {}
+    BearingEndSymbol(FirstPassSteps steps, bool opened, bool north)
+        : IParseSymbol(steps), opened(opened), fromNorth(north) {}
     virtual bool IsWest() const = 0;
 
 private:
@@ -82,7 +85,7 @@ private:
 class EastSymbol final : public BearingEndSymbol {
 public:
     explicit EastSymbol(bool opened = false, bool north = false)
-        : BearingEndSymbol(opened, north) {}
+        : BearingEndSymbol(FirstPassSteps{}, opened, north) {}
     ParseKind Kind() const override { return ParseKind::East; }
     void ReplaceOpened(SymbolList& list, SymbolList::iterator at, bool north) const override;
 

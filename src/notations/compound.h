@@ -39,18 +39,22 @@ inline double Combine(double leading, bool negative, double rest) {
     return negative ? leading - rest : leading + rest;
 }
 
+// `amount` of `unit` in base units of `dimensions`: false when the unit's
+// exponents are not the target's.
+inline bool AmountToBase(double amount, int unit, const Dimensions& dimensions, double& base) {
+    const UnitConverter* converter = UnitTable::Instance().FindConverter(unit);
+    return converter->DirectToBase(amount, base, dimensions) == ErrorCode::Success;
+}
+
 // The whole list becomes one result, `amount` of `unit`, in its first element,
 // and the engine stops at the end. ParseFailure when the unit's exponents are
 // not the target's.
 inline ErrorCode Finish(SymbolList& list, SymbolList::iterator& position, double amount, int unit,
                         const Dimensions& dimensions) {
     double base = 0.0;
-    const UnitConverter* converter = UnitTable::Instance().FindConverter(unit);
-    if (converter->DirectToBase(amount, base, dimensions) != ErrorCode::Success) {
-        return ErrorCode::ParseFailure;
-    }
+    if (!AmountToBase(amount, unit, dimensions, base)) return ErrorCode::ParseFailure;
     list.Replace<ResultSymbol>(list.begin(), dimensions, base);
-    list.Erase(list.begin().next(), list.end());
+    list.EraseToEnd(list.begin().next());
     position = list.end();
     return ErrorCode::Success;
 }

@@ -21,8 +21,46 @@ namespace {
 using CompoundMarks::Combine;
 using CompoundMarks::Finish;
 
-bool Classify(const Dimensions& dimensions, Marks& marks) {
-    const int group = UnitTable::Instance().FindGroupByDimensions(dimensions);
+// The exponents for which the table's index of groups answers the length
+// and the time group, found once rather than at every mark. The index gives
+// a group for one set of exponents at most, the group's own, and only while
+// no other group shares them: those of the inch and the second when it
+// answers the two groups for them. Where it does not, nothing is known and
+// the marks ask the index themselves.
+struct MarkTargets {
+    Dimensions length{};
+    Dimensions time{};
+    bool known = false;
+};
+
+const MarkTargets& Targets() {
+    static const MarkTargets targets = [] {
+        const UnitTable& table = UnitTable::Instance();
+        MarkTargets found;
+        const UnitConverter* inch = table.FindConverter(kInch);
+        const UnitConverter* second = table.FindConverter(kSecond);
+        if (inch == nullptr || second == nullptr) return found;
+        found.length = inch->GetDimensions();
+        found.time = second->GetDimensions();
+        found.known = table.FindGroupByDimensions(found.length) == kLength &&
+                      table.FindGroupByDimensions(found.time) == kTime;
+        return found;
+    }();
+    return targets;
+}
+
+}  // namespace
+
+bool Marks::For(const Dimensions& dimensions, Marks& marks) {
+    const MarkTargets& targets = Targets();
+    int group = 0;
+    if (targets.known) {
+        group = SameDimensions(dimensions, targets.length) ? kLength
+                : SameDimensions(dimensions, targets.time) ? kTime
+                                                           : 0;
+    } else {
+        group = UnitTable::Instance().FindGroupByDimensions(dimensions);
+    }
     if (group == kLength) {
         marks = {12.0, kFoot, kInch};
     } else if (group == kTime) {
@@ -34,6 +72,8 @@ bool Classify(const Dimensions& dimensions, Marks& marks) {
     }
     return true;
 }
+
+namespace {
 
 bool Is(SymbolList& list, SymbolList::iterator at, ParseKind kind) {
     return at != list.end() && at.symbol()->Kind() == kind;
@@ -62,7 +102,7 @@ ErrorCode EvaluateMark(SymbolList& list, SymbolList::iterator& position, bool fi
         return ErrorCode::Success;
     }
     Marks marks;
-    if (!Classify(dimensions, marks) || position == list.begin()) return ErrorCode::ParseFailure;
+    if (!Marks::For(dimensions, marks) || position == list.begin()) return ErrorCode::ParseFailure;
     return read(marks);
 }
 
@@ -111,7 +151,7 @@ ErrorCode PrimeSymbol::Read(SymbolList& list, SymbolList::iterator& position, co
         if (!closed && at != list.end()) return ErrorCode::ParseFailure;
         const double value = a->value * marks.multiplier;
         const std::uint32_t flags = a->flags;
-        list.Replace<NumberSymbol>(before, value, flags);
+        SetNumber(list, before, value, flags);
         list.Erase(prime);
         position = x;
         if (!closed) list.PushBackNew<DoublePrimeSymbol>();
@@ -133,7 +173,7 @@ ErrorCode PrimeSymbol::Read(SymbolList& list, SymbolList::iterator& position, co
         // Minutes of a bearing go on to the letter in seconds of arc; a length
         // or a time drops the letter.
         if (before != list.begin()) return ErrorCode::ParseFailure;
-        list.Replace<NumberSymbol>(before, q * 60.0, 0u);
+        SetNumber(list, before, q * 60.0, 0u);
         list.Replace<DoublePrimeSymbol>(prime);
         position = x;
         return ErrorCode::Success;
@@ -153,14 +193,14 @@ ErrorCode DoublePrimeSymbol::Read(SymbolList& list, SymbolList::iterator& positi
     int count = 0;
     int slash = -1;
     for (SymbolList::iterator at = list.begin(); at != mark; ++at) {
-        if (Is(list, at, ParseKind::Division)) {
-            if (slash >= 0 || count == 0) return ErrorCode::ParseFailure;
-            slash = count;
+        if (const NumberSymbol* number = at.symbol()->AsNumber()) {
+            if (count == 4) return ErrorCode::ParseFailure;
+            numbers[count++] = number;
             continue;
         }
-        const NumberSymbol* number = at.symbol()->AsNumber();
-        if (number == nullptr || count == 4) return ErrorCode::ParseFailure;
-        numbers[count++] = number;
+        if (at.symbol()->Kind() != ParseKind::Division || slash >= 0 || count == 0)
+            return ErrorCode::ParseFailure;
+        slash = count;
     }
     double total = 0.0;
     if (slash < 0) {
@@ -188,7 +228,7 @@ ErrorCode DoublePrimeSymbol::Read(SymbolList& list, SymbolList::iterator& positi
     }
     if (letter) {
         // Seconds of arc for the letter of a bearing, which has the last word.
-        list.Replace<NumberSymbol>(list.begin(), total, 0u);
+        SetNumber(list, list.begin(), total, 0u);
         list.Erase(list.begin().next(), mark);
         position = behind;
         return ErrorCode::Success;

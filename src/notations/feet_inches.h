@@ -33,11 +33,15 @@ struct Marks {
     double multiplier;  // from the large mark to the small one, in the text's numbers
     int large;          // the unit of the large mark alone
     int small;          // the unit of the small mark
+
+    // Length, time, then a pure number: false for a target of none of them.
+    static bool For(const Dimensions& dimensions, Marks& marks);
 };
 
 // ′ and its look-alikes: the large mark (feet, minutes).
 class PrimeSymbol final : public IParseSymbol {
 public:
+    PrimeSymbol() : IParseSymbol(FirstPassSteps{}) {}
     ParseKind Kind() const override { return ParseKind::Prime; }
     ErrorCode Evaluate(SymbolList& list, SymbolList::iterator& position, bool firstPass,
                        const Dimensions& dimensions) const override;
@@ -50,6 +54,7 @@ private:
 // ″ and its look-alikes: the small mark (inches, seconds), which totals the line.
 class DoublePrimeSymbol final : public IParseSymbol {
 public:
+    DoublePrimeSymbol() : IParseSymbol(FirstPassSteps{}) {}
     ParseKind Kind() const override { return ParseKind::DoublePrime; }
     ErrorCode Evaluate(SymbolList& list, SymbolList::iterator& position, bool firstPass,
                        const Dimensions& dimensions) const override;
