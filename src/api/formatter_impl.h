@@ -146,6 +146,14 @@ private:
     bool ReadNumberAndUnit(const char16_t* cursor, double number, double& value,
                            const Dimensions& dimensions, const EverydayVocabulary* everyday,
                            ReadAhead& ahead) const;
+    // A typed text of the compound marks, feet and inches ("5′-6 1/2″"),
+    // degrees and bearings ("N 45°30′ E"): the list holds what was read of
+    // its start, numbers and symbols as the scan lays them out, and cursor
+    // stands behind them. True, with value written in base units, when the
+    // marks read it without the list as the evaluation reads it; false, with
+    // nothing written and the list as it was, for anything else.
+    bool ReadTypedMarks(const char16_t* cursor, SymbolList& read, double& value,
+                        const Dimensions& dimensions, const EverydayVocabulary* everyday) const;
     // Lays the text out from cursor into the list. `fence`, when given, is
     // the end of a key that was cut before an exponent: up to there, keys
     // are looked up no further. ParseFailure at a place that holds no number

@@ -221,6 +221,9 @@ ErrorCode FormatterImpl::ReadText(const char16_t* text, double& value, const Dim
         cursor = ahead.cursor;
         fence = ahead.fence;
     }
+    if (shortWay && fence == nullptr && ReadTypedMarks(cursor, list, value, dimensions, everyday)) {
+        return ErrorCode::Success;
+    }
     if (Scan(text, cursor, fence, list, everyday, forms, trace) != ErrorCode::Success) {
         return ErrorCode::ParseFailure;
     }

@@ -171,6 +171,88 @@ ErrorCode DegreeSymbol::Evaluate(SymbolList& list, SymbolList::iterator& positio
     return ErrorCode::Success;
 }
 
+// Reading typed angles and bearings without the list.
+
+namespace TypedAngles {
+
+using CompoundMarks::TypedToken;
+
+namespace {
+
+bool IsLetter(ParseKind kind) {
+    return kind == ParseKind::North || kind == ParseKind::South || kind == ParseKind::East ||
+           kind == ParseKind::West;
+}
+
+// The angle of a laid-out line of degrees, minutes and seconds: an amount of
+// its unit, or the seconds of arc that a bearing's letter takes (unit 0).
+bool ReadAngleLine(TypedToken* line, std::size_t count, bool letter, const Marks& marks,
+                   TypedMarks::Amount& amount) {
+    if (count < 2 || line[1].kind != ParseKind::Degree) {
+        return TypedMarks::ReadLine(line, count, letter, marks, amount);
+    }
+    const TypedToken& degrees = line[0];
+    if (degrees.kind != ParseKind::Number) return false;
+    const double d = degrees.value;
+    if (count == 2) {
+        amount = letter ? TypedMarks::Amount{d * 60.0 * 60.0, 0} : TypedMarks::Amount{d, kDegree};
+        return true;
+    }
+    // Minutes follow, closed by a prime: the text goes on in minutes.
+    const TypedToken& minutes = line[2];
+    if (count < 4 || minutes.kind != ParseKind::Number ||
+        (minutes.flags & NumberFlags::MinusSign) != 0 || line[3].kind != ParseKind::Prime) {
+        return false;
+    }
+    line[2].value = CompoundMarks::Combine(d * 60.0, (degrees.flags & NumberFlags::MinusSign) != 0,
+                                           minutes.value);
+    line[2].flags = degrees.flags;
+    return TypedMarks::ReadLine(line + 2, count - 2, letter, marks, amount);
+}
+
+}  // namespace
+
+bool Read(TypedToken* tokens, std::size_t count, const Dimensions& dimensions, double& value) {
+    Marks marks;
+    if (!IsAngle(dimensions) || !Marks::For(dimensions, marks) ||
+        !TypedMarks::LayOut(tokens, count, true) || count == 0) {
+        return false;
+    }
+    const ParseKind first = tokens[0].kind;
+    const ParseKind last = tokens[count - 1].kind;
+    if (count == 1) {
+        // A letter alone is its direction.
+        if (!IsLetter(first)) return false;
+        const double direction = first == ParseKind::North   ? 90.0
+                                 : first == ParseKind::South ? -90.0
+                                 : first == ParseKind::West  ? 180.0
+                                                             : 0.0;
+        return CompoundMarks::AmountToBase(direction, kDegree, dimensions, value);
+    }
+    TypedMarks::Amount amount;
+    if (first != ParseKind::North && first != ParseKind::South) {
+        // No bearing: a closing letter would have nothing that opened it.
+        return !IsLetter(last) && ReadAngleLine(tokens, count, false, marks, amount) &&
+               CompoundMarks::AmountToBase(amount.value, amount.unit, dimensions, value);
+    }
+    if ((last != ParseKind::East && last != ParseKind::West) || count < 3 ||
+        !ReadAngleLine(tokens + 1, count - 2, true, marks, amount)) {
+        return false;
+    }
+    const double x = amount.value;
+    if (x < 0.0 || x > kQuarterTurn) return false;
+    const bool fromNorth = first == ParseKind::North;
+    double seconds = 0.0;
+    if (last == ParseKind::West) {
+        seconds = fromNorth ? x + kQuarterTurn : -kQuarterTurn - x;
+    } else {
+        seconds = fromNorth ? kQuarterTurn - x : x - kQuarterTurn;
+    }
+    return CompoundMarks::AmountToBase(seconds, kAngleSecond, dimensions, value);
+}
+
+}  // namespace TypedAngles
+
 // Writing, and reading through symbol strings.
 
 namespace {

@@ -23,6 +23,7 @@
 #include <cstdint>
 
 #include "grammar/parse_symbol.h"
+#include "notations/compound.h"
 #include "notations/format_symbol.h"
 
 namespace Mensura {
@@ -105,6 +106,17 @@ public:
 protected:
     bool IsWest() const override { return true; }
 };
+
+// Typed angles and bearings read without the list, as TypedMarks reads the
+// marks: degrees, minutes and seconds, and bearings opened by "N" or "S" and
+// closed by "E" or "W", into an angle target; false to decline. The tokens
+// are laid out in place.
+namespace TypedAngles {
+
+bool Read(CompoundMarks::TypedToken* tokens, std::size_t count, const Dimensions& dimensions,
+          double& value);
+
+}  // namespace TypedAngles
 
 class DegreePrimeDoublePrimeSymbol final : public GenericSymbol {
 public:

@@ -5,6 +5,7 @@
 #define MENSURA_NOTATIONS_COMPOUND_H
 
 #include <cmath>
+#include <cstddef>
 #include <cstdint>
 
 #include "base/dimensions.h"
@@ -58,6 +59,21 @@ inline ErrorCode Finish(SymbolList& list, SymbolList::iterator& position, double
     position = list.end();
     return ErrorCode::Success;
 }
+
+// One place of a typed text as the scan lays it out: a number with what the
+// scanner saw in it, or a symbol of the dictionary by its kind. The marks
+// read a short text of them without building the list (TypedMarks::Read,
+// TypedAngles::Read); the driver scans the text into them.
+struct TypedToken {
+    ParseKind kind;
+    std::uint32_t flags;  // of a number; a symbol leaves both unset
+    double value;         // of a number
+};
+
+// The most tokens that a typed text of marks can have that reads: a bearing
+// of degrees, minutes and seconds with a fraction and a blank at each place
+// stays well below it.
+constexpr std::size_t kMostTypedTokens = 20;
 
 }  // namespace Mensura::CompoundMarks
 

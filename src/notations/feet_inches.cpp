@@ -264,6 +264,158 @@ ErrorCode DashSymbol::Evaluate(SymbolList& list, SymbolList::iterator& position,
     return ErrorCode::ParseFailure;
 }
 
+// Reading typed texts without the list.
+
+namespace TypedMarks {
+
+using CompoundMarks::TypedToken;
+
+namespace {
+
+bool IsMinus(const TypedToken& number) {
+    return (number.flags & NumberFlags::MinusSign) != 0;
+}
+
+bool IsNumber(const TypedToken& token) {
+    return token.kind == ParseKind::Number;
+}
+
+// The double prime's total of the line before it, which begins the list:
+// b | a b | n / d | w n / d | a w n / d.
+bool SmallTotal(const TypedToken* line, std::size_t count, double& total) {
+    double numbers[4];
+    std::size_t found = 0;
+    std::size_t slash = 0;  // the numbers before "/", 0 for none
+    for (std::size_t at = 0; at < count; ++at) {
+        if (IsNumber(line[at])) {
+            if (found == 4) return false;
+            numbers[found++] = line[at].value;
+        } else if (line[at].kind != ParseKind::Division || slash != 0 || found == 0) {
+            return false;
+        } else {
+            slash = found;
+        }
+    }
+    const bool minus = found > 0 && IsMinus(line[0]);
+    if (slash == 0) {
+        if (found == 1) {
+            total = numbers[0];
+        } else if (found == 2) {
+            total = Combine(numbers[0], minus, std::fabs(numbers[1]));
+        } else {
+            return false;
+        }
+        return true;
+    }
+    if (slash != found - 1 || found < 2) return false;
+    const double n = numbers[found - 2];
+    const double d = numbers[found - 1];
+    if (d == 0.0) return false;
+    if (found == 2) {
+        total = n / d;
+    } else if (found == 3) {
+        total = Combine(numbers[0], minus, std::fabs(n) / d);
+    } else {
+        total = Combine(numbers[0], minus, std::fabs(numbers[1]) + std::fabs(n) / d);
+    }
+    return true;
+}
+
+}  // namespace
+
+bool LayOut(TypedToken* tokens, std::size_t& count, bool angle) {
+    TypedToken* out = tokens;
+    const TypedToken* const end = tokens + count;
+    for (const TypedToken* at = tokens; at != end; ++at) {
+        const ParseKind kind = at->kind;
+        if (kind == ParseKind::Space) continue;
+        if (kind == ParseKind::Dash) {
+            const TypedToken* right = at + 1;
+            while (right != end && right->kind == ParseKind::Space) ++right;
+            if (out == tokens || out[-1].kind != ParseKind::Prime || right == end ||
+                !IsNumber(*right)) {
+                return false;
+            }
+            continue;
+        }
+        if (kind == ParseKind::Number) {
+            *out++ = *at;
+            continue;
+        }
+        // A symbol's number fields are never read.
+        out->kind = kind;
+        if (kind >= ParseKind::North && kind <= ParseKind::D) {  // the letters and "d"
+            if (!angle) return false;
+            if (kind == ParseKind::D) out->kind = ParseKind::Degree;
+        }
+        ++out;
+    }
+    count = static_cast<std::size_t>(out - tokens);
+    return true;
+}
+
+bool ReadLine(const TypedToken* line, std::size_t count, bool letter, const Marks& marks,
+              Amount& amount) {
+    if (count < 2 || !IsNumber(line[0])) return false;
+    const TypedToken& a = line[0];
+    if (line[1].kind == ParseKind::Prime) {
+        if (count == 2) {
+            // The prime closes the text: whole units of the large mark; a
+            // bearing's letter takes them in seconds of arc.
+            amount = letter ? Amount{a.value * 60.0, 0} : Amount{a.value, marks.large};
+            return true;
+        }
+        // The large part in the small unit, then b, n / d or w n / d of the
+        // small mark, closed by the double prime or by the end of the text.
+        std::size_t end = count;
+        if (line[count - 1].kind == ParseKind::DoublePrime) {
+            --end;
+        } else if (letter) {
+            return false;
+        }
+        const double large = a.value * marks.multiplier;
+        double rest = 0.0;
+        if (end == 3 && IsNumber(line[2])) {
+            rest = std::fabs(line[2].value);
+        } else if ((end == 5 || end == 6) && line[end - 2].kind == ParseKind::Division &&
+                   IsNumber(line[end - 1]) && IsNumber(line[end - 3]) &&
+                   (end == 5 || IsNumber(line[2]))) {
+            const double d = line[end - 1].value;
+            if (d == 0.0) return false;
+            rest = std::fabs(line[end - 3].value) / d;
+            if (end == 6) rest = std::fabs(line[2].value) + rest;
+        } else {
+            return false;
+        }
+        const double total = Combine(large, IsMinus(a), rest);
+        amount = letter ? Amount{total, 0} : Amount{total, marks.small};
+        return true;
+    }
+    if (count == 4 && line[1].kind == ParseKind::Division && line[3].kind == ParseKind::Prime) {
+        // A fraction of the large mark: no letter may follow it.
+        if (letter || !IsNumber(line[2]) || line[2].value == 0.0) return false;
+        amount = {a.value / line[2].value, marks.large};
+        return true;
+    }
+    // No prime: the small mark's line alone.
+    double total = 0.0;
+    if (line[count - 1].kind != ParseKind::DoublePrime || !SmallTotal(line, count - 1, total)) {
+        return false;
+    }
+    amount = letter ? Amount{total, 0} : Amount{total, marks.small};
+    return true;
+}
+
+bool Read(TypedToken* tokens, std::size_t count, const Dimensions& dimensions, double& value) {
+    Marks marks;
+    Amount amount;
+    return Marks::For(dimensions, marks) && LayOut(tokens, count, false) &&
+           ReadLine(tokens, count, false, marks, amount) &&
+           CompoundMarks::AmountToBase(amount.value, amount.unit, dimensions, value);
+}
+
+}  // namespace TypedMarks
+
 // Writing, and reading through symbol strings.
 
 namespace {

@@ -23,6 +23,7 @@
 #include <cstdint>
 
 #include "grammar/parse_symbol.h"
+#include "notations/compound.h"
 #include "notations/format_symbol.h"
 
 namespace Mensura {
@@ -72,6 +73,37 @@ public:
     ErrorCode Evaluate(SymbolList& list, SymbolList::iterator& position, bool firstPass,
                        const Dimensions& dimensions) const override;
 };
+
+// Typed texts of the marks read without the list: the tokens that the scan
+// makes of the text, laid out by the first pass and read by the marks with
+// the same arithmetic in the same order as the evaluation. Each function
+// declines (false) whatever it does not read, and the list then reads it.
+namespace TypedMarks {
+
+// The first pass, in place: blanks go, there being no unit for them to
+// join; a dash goes between a prime and a number, blanks aside, and refuses
+// anywhere else; "d" becomes the degree mark for an angle. The letters, which
+// stand for units or are dropped for a target with exponents, are declined
+// unless `angle`.
+bool LayOut(CompoundMarks::TypedToken* tokens, std::size_t& count, bool angle);
+
+// What the two marks make of a laid-out line of numbers, "/" and marks that
+// stands at the start of the list: an amount of the large or the small
+// mark's unit; or, when a bearing's letter follows, the seconds of arc that
+// the letter takes (unit 0).
+struct Amount {
+    double value;
+    int unit;
+};
+bool ReadLine(const CompoundMarks::TypedToken* line, std::size_t count, bool letter,
+              const Marks& marks, Amount& amount);
+
+// A text of numbers, blanks, dashes, "/" and the two marks: its value in
+// base units of `dimensions`. The tokens are laid out in place.
+bool Read(CompoundMarks::TypedToken* tokens, std::size_t count, const Dimensions& dimensions,
+          double& value);
+
+}  // namespace TypedMarks
 
 class PrimeDoublePrimeSymbol final : public GenericSymbol {
 public:
