@@ -186,6 +186,7 @@ bool IsLetter(ParseKind kind) {
 
 // The angle of a laid-out line of degrees, minutes and seconds: an amount of
 // its unit, or the seconds of arc that a bearing's letter takes (unit 0).
+// Minutes after degrees are rewritten in place into the text's minutes.
 bool ReadAngleLine(TypedToken* line, std::size_t count, bool letter, const Marks& marks,
                    TypedMarks::Amount& amount) {
     if (count < 2 || line[1].kind != ParseKind::Degree) {
@@ -199,23 +200,27 @@ bool ReadAngleLine(TypedToken* line, std::size_t count, bool letter, const Marks
         return true;
     }
     // Minutes follow, closed by a prime: the text goes on in minutes.
-    const TypedToken& minutes = line[2];
+    TypedToken& minutes = line[2];
     if (count < 4 || minutes.kind != ParseKind::Number ||
         (minutes.flags & NumberFlags::MinusSign) != 0 || line[3].kind != ParseKind::Prime) {
         return false;
     }
-    line[2].value = CompoundMarks::Combine(d * 60.0, (degrees.flags & NumberFlags::MinusSign) != 0,
+    minutes.value = CompoundMarks::Combine(d * 60.0, (degrees.flags & NumberFlags::MinusSign) != 0,
                                            minutes.value);
-    line[2].flags = degrees.flags;
+    minutes.flags = degrees.flags;
     return TypedMarks::ReadLine(line + 2, count - 2, letter, marks, amount);
 }
 
 }  // namespace
 
-bool Read(TypedToken* tokens, std::size_t count, const Dimensions& dimensions, double& value) {
+bool Read(TypedMarks::Layout& layout, const Dimensions& dimensions, double& value) {
+    // The marks of an angle are those of a pure number, which has seven
+    // zero exponents.
     Marks marks;
-    if (!IsAngle(dimensions) || !Marks::For(dimensions, marks) ||
-        !TypedMarks::LayOut(tokens, count, true) || count == 0) {
+    TypedToken* const tokens = layout.Tokens();
+    const std::size_t count = layout.Count();
+    if (!layout.Complete() || count == 0 || !Marks::For(dimensions, marks) ||
+        marks.large != kAngleMinute) {
         return false;
     }
     const ParseKind first = tokens[0].kind;

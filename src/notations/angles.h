@@ -24,6 +24,7 @@
 
 #include "grammar/parse_symbol.h"
 #include "notations/compound.h"
+#include "notations/feet_inches.h"
 #include "notations/format_symbol.h"
 
 namespace Mensura {
@@ -109,12 +110,11 @@ protected:
 
 // Typed angles and bearings read without the list, as TypedMarks reads the
 // marks: degrees, minutes and seconds, and bearings opened by "N" or "S" and
-// closed by "E" or "W", into an angle target; false to decline. The tokens
-// are laid out in place.
+// closed by "E" or "W", laid out for an angle target; false to decline. The
+// tokens may be rewritten.
 namespace TypedAngles {
 
-bool Read(CompoundMarks::TypedToken* tokens, std::size_t count, const Dimensions& dimensions,
-          double& value);
+bool Read(TypedMarks::Layout& layout, const Dimensions& dimensions, double& value);
 
 }  // namespace TypedAngles
 

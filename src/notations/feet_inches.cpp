@@ -323,37 +323,6 @@ bool SmallTotal(const TypedToken* line, std::size_t count, double& total) {
 
 }  // namespace
 
-bool LayOut(TypedToken* tokens, std::size_t& count, bool angle) {
-    TypedToken* out = tokens;
-    const TypedToken* const end = tokens + count;
-    for (const TypedToken* at = tokens; at != end; ++at) {
-        const ParseKind kind = at->kind;
-        if (kind == ParseKind::Space) continue;
-        if (kind == ParseKind::Dash) {
-            const TypedToken* right = at + 1;
-            while (right != end && right->kind == ParseKind::Space) ++right;
-            if (out == tokens || out[-1].kind != ParseKind::Prime || right == end ||
-                !IsNumber(*right)) {
-                return false;
-            }
-            continue;
-        }
-        if (kind == ParseKind::Number) {
-            *out++ = *at;
-            continue;
-        }
-        // A symbol's number fields are never read.
-        out->kind = kind;
-        if (kind >= ParseKind::North && kind <= ParseKind::D) {  // the letters and "d"
-            if (!angle) return false;
-            if (kind == ParseKind::D) out->kind = ParseKind::Degree;
-        }
-        ++out;
-    }
-    count = static_cast<std::size_t>(out - tokens);
-    return true;
-}
-
 bool ReadLine(const TypedToken* line, std::size_t count, bool letter, const Marks& marks,
               Amount& amount) {
     if (count < 2 || !IsNumber(line[0])) return false;
@@ -406,11 +375,11 @@ bool ReadLine(const TypedToken* line, std::size_t count, bool letter, const Mark
     return true;
 }
 
-bool Read(TypedToken* tokens, std::size_t count, const Dimensions& dimensions, double& value) {
+bool Read(Layout& layout, const Dimensions& dimensions, double& value) {
     Marks marks;
     Amount amount;
-    return Marks::For(dimensions, marks) && LayOut(tokens, count, false) &&
-           ReadLine(tokens, count, false, marks, amount) &&
+    return layout.Complete() && !layout.Angle() && Marks::For(dimensions, marks) &&
+           ReadLine(layout.Tokens(), layout.Count(), false, marks, amount) &&
            CompoundMarks::AmountToBase(amount.value, amount.unit, dimensions, value);
 }
 

@@ -80,12 +80,68 @@ public:
 // declines (false) whatever it does not read, and the list then reads it.
 namespace TypedMarks {
 
-// The first pass, in place: blanks go, there being no unit for them to
-// join; a dash goes between a prime and a number, blanks aside, and refuses
-// anywhere else; "d" becomes the degree mark for an angle. The letters, which
-// stand for units or are dropped for a target with exponents, are declined
-// unless `angle`.
-bool LayOut(CompoundMarks::TypedToken* tokens, std::size_t& count, bool angle);
+// A typed text laid out place by place as the scan finds it, with the work
+// of the first pass done on the way: blanks go, there being no unit among
+// the marks for them to join; a dash goes between a prime and a number,
+// blanks aside, and refuses anywhere else; for an angle "d" is the degree
+// mark. The degree mark and the letters are declined for any other target,
+// where the letters stand for units or are dropped and the mark refuses.
+class Layout {
+public:
+    explicit Layout(const Dimensions& target) : angleTarget(SameDimensions(target, Dimensions{})) {}
+
+    // False when the text has more places than the marks read.
+    bool AddNumber(double value, std::uint32_t flags) {
+        if (count == CompoundMarks::kMostTypedTokens) return false;
+        tokens[count++] = {ParseKind::Number, flags, value};
+        dash = false;
+        return true;
+    }
+    // False for a symbol that the marks do not read where it stands.
+    bool AddSymbol(ParseKind kind) {
+        if (kind == ParseKind::Space) return true;
+        // A dash waits for its number; the places are few.
+        if (dash || count == CompoundMarks::kMostTypedTokens) return false;
+        switch (kind) {
+            case ParseKind::Dash:
+                dash = true;
+                return count > 0 && tokens[count - 1].kind == ParseKind::Prime;
+            case ParseKind::Division:
+            case ParseKind::Prime:
+            case ParseKind::DoublePrime:
+                break;
+            case ParseKind::D:
+                kind = ParseKind::Degree;
+                [[fallthrough]];
+            case ParseKind::Degree:
+            case ParseKind::North:
+            case ParseKind::East:
+            case ParseKind::South:
+            case ParseKind::West:
+                if (!angleTarget) return false;
+                angle = true;
+                break;
+            default:
+                return false;
+        }
+        tokens[count++].kind = kind;  // a symbol's number fields are never read
+        return true;
+    }
+
+    // Whether a degree mark or a letter was laid out: an angle's text.
+    bool Angle() const { return angle; }
+    // Whether the text ended with no dash waiting for its number.
+    bool Complete() const { return !dash; }
+    CompoundMarks::TypedToken* Tokens() { return tokens; }
+    std::size_t Count() const { return count; }
+
+private:
+    CompoundMarks::TypedToken tokens[CompoundMarks::kMostTypedTokens];
+    std::size_t count = 0;
+    bool angleTarget;
+    bool angle = false;
+    bool dash = false;
+};
 
 // What the two marks make of a laid-out line of numbers, "/" and marks that
 // stands at the start of the list: an amount of the large or the small
@@ -98,10 +154,9 @@ struct Amount {
 bool ReadLine(const CompoundMarks::TypedToken* line, std::size_t count, bool letter,
               const Marks& marks, Amount& amount);
 
-// A text of numbers, blanks, dashes, "/" and the two marks: its value in
-// base units of `dimensions`. The tokens are laid out in place.
-bool Read(CompoundMarks::TypedToken* tokens, std::size_t count, const Dimensions& dimensions,
-          double& value);
+// A text of numbers, "/" and the two marks, laid out for `dimensions`: its
+// value in base units of them.
+bool Read(Layout& layout, const Dimensions& dimensions, double& value);
 
 }  // namespace TypedMarks
 
