@@ -225,15 +225,6 @@ bool Read(TypedMarks::Layout& layout, const Dimensions& dimensions, double& valu
     }
     const ParseKind first = tokens[0].kind;
     const ParseKind last = tokens[count - 1].kind;
-    if (count == 1) {
-        // A letter alone is its direction.
-        if (!IsLetter(first)) return false;
-        const double direction = first == ParseKind::North   ? 90.0
-                                 : first == ParseKind::South ? -90.0
-                                 : first == ParseKind::West  ? 180.0
-                                                             : 0.0;
-        return CompoundMarks::AmountToBase(direction, kDegree, dimensions, value);
-    }
     TypedMarks::Amount amount;
     if (first != ParseKind::North && first != ParseKind::South) {
         // No bearing: a closing letter would have nothing that opened it.
