@@ -85,12 +85,23 @@ ErrorCode WestSymbol::Evaluate(SymbolList& list, SymbolList::iterator& position,
     return BearingEndSymbol::Evaluate(list, position, false, dimensions);
 }
 
+namespace {
+
+// The closing letters of a bearing once a letter has opened it, one for each
+// opening letter: shared by every parse, and never written.
+const EastSymbol kEastFromNorth(true, true);
+const EastSymbol kEastFromSouth(true, false);
+const WestSymbol kWestFromNorth(true, true);
+const WestSymbol kWestFromSouth(true, false);
+
+}  // namespace
+
 void EastSymbol::ReplaceOpened(SymbolList& list, SymbolList::iterator at, bool north) const {
-    list.Replace<EastSymbol>(at, true, north);
+    list.ReplaceBorrowed(at, north ? &kEastFromNorth : &kEastFromSouth);
 }
 
 void WestSymbol::ReplaceOpened(SymbolList& list, SymbolList::iterator at, bool north) const {
-    list.Replace<WestSymbol>(at, true, north);
+    list.ReplaceBorrowed(at, north ? &kWestFromNorth : &kWestFromSouth);
 }
 
 ErrorCode BearingEndSymbol::Evaluate(SymbolList& list, SymbolList::iterator& position,

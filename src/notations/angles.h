@@ -65,12 +65,13 @@ public:
 // "E" and "W": the end of a bearing, or east and west alone; "W" is the watt
 // for anything but an angle. The letters of the catalogue are shared, so the
 // letter that opened a bearing is not written into them: the opening letter
-// puts a copy of the closing one into the list that knows it.
+// puts in place of the closing one a letter that knows it, one of four that
+// every parse shares.
 class BearingEndSymbol : public IParseSymbol {
 public:
     ErrorCode Evaluate(SymbolList& list, SymbolList::iterator& position, bool firstPass,
                        const Dimensions& dimensions) const override;
-    // A copy for one bearing, opened by north or by south.
+    // The same letter of a bearing opened by north or by south.
     virtual void ReplaceOpened(SymbolList& list, SymbolList::iterator at, bool north) const = 0;
 
 protected:
