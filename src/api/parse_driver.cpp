@@ -297,13 +297,16 @@ bool FormatterImpl::ReadNumberAndUnit(const char16_t* cursor, double number, dou
             first = nullptr;
         }
     };
-    // The waiting operator applies: left and right become one.
+    // The waiting operator applies: left and right become one. False when
+    // an exponent leaves its range, as the list's operator then fails.
     auto apply = [&]() {
-        if (!pending) return;
+        if (!pending) return true;
         hold();
-        left = quotient ? Operand{left.exponents - right.exponents, left.factor / right.factor}
-                        : Operand{left.exponents + right.exponents, left.factor * right.factor};
+        if (!CombineDimensions(left.exponents, right.exponents, quotient, left.exponents))
+            return false;
+        left.factor = quotient ? left.factor / right.factor : left.factor * right.factor;
         pending = false;
+        return true;
     };
     // A power: to the right operand if it has none yet, else to what stands
     // on the left once the operator has applied.
@@ -312,7 +315,7 @@ bool FormatterImpl::ReadNumberAndUnit(const char16_t* cursor, double number, dou
             rightRaised = true;
             return RaiseToPower(right.exponents, right.factor, power);
         }
-        apply();
+        if (!apply()) return false;
         hold();
         return RaiseToPower(left.exponents, left.factor, power);
     };
@@ -360,7 +363,7 @@ bool FormatterImpl::ReadNumberAndUnit(const char16_t* cursor, double number, dou
                 if (last == Last::Nothing) {
                     first = &converter;
                 } else if (last == Last::Operator || product) {
-                    apply();
+                    if (!apply()) return leave();
                     quotient = quotient && !product;
                     right = {converter.GetDimensions(), converter.GetFactor()};
                     pending = true;
@@ -374,7 +377,7 @@ bool FormatterImpl::ReadNumberAndUnit(const char16_t* cursor, double number, dou
             case ParseKind::Multiplication:
             case ParseKind::Division:
                 if (last != Last::Operand && last != Last::Power) return leave();
-                apply();
+                if (!apply()) return leave();
                 quotient = kind == ParseKind::Division;
                 last = Last::Operator;
                 break;
@@ -393,7 +396,7 @@ bool FormatterImpl::ReadNumberAndUnit(const char16_t* cursor, double number, dou
         }
     }
     if (last != Last::Operand && last != Last::Power) return leave();
-    apply();
+    if (!apply()) return leave();
     const Dimensions& exponents = first != nullptr ? first->GetDimensions() : left.exponents;
     if (!SameDimensions(exponents, dimensions)) return leave();
     if (first != nullptr)

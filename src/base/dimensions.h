@@ -19,16 +19,20 @@ inline bool SameDimensions(const Dimensions& a, const Dimensions& b) {
     return std::memcmp(a.data(), b.data(), sizeof(Dimensions)) == 0;
 }
 
-inline Dimensions operator+(const Dimensions& a, const Dimensions& b) {
-    Dimensions sum{};
-    for (std::size_t i = 0; i < sum.size(); ++i) sum[i] = a[i] + b[i];
-    return sum;
-}
-
-inline Dimensions operator-(const Dimensions& a, const Dimensions& b) {
-    Dimensions difference{};
-    for (std::size_t i = 0; i < difference.size(); ++i) difference[i] = a[i] - b[i];
-    return difference;
+// The exponents of a product of two units, or with `quotient` of a
+// quotient. False, and `out` untouched, when one of them leaves the range of
+// its type: a text may write "kg^2000000000·kg^2000000000".
+inline bool CombineDimensions(const Dimensions& a, const Dimensions& b, bool quotient,
+                              Dimensions& out) {
+    Dimensions combined{};
+    for (std::size_t i = 0; i < combined.size(); ++i) {
+        const std::int64_t exponent =
+            quotient ? std::int64_t{a[i]} - b[i] : std::int64_t{a[i]} + b[i];
+        if (exponent != static_cast<std::int32_t>(exponent)) return false;
+        combined[i] = static_cast<std::int32_t>(exponent);
+    }
+    out = combined;
+    return true;
 }
 
 }  // namespace Mensura

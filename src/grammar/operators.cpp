@@ -19,10 +19,9 @@ ErrorCode ApplyBinary(SymbolList& list, SymbolList::iterator& position, bool quo
     const OperandSymbol* a = left.symbol()->AsOperand();
     const OperandSymbol* b = right.symbol()->AsOperand();
     if (a == nullptr || b == nullptr) return ErrorCode::ParseFailure;
-    const GenericConverter combined =
-        quotient
-            ? GenericConverter(a->GetConverter(), b->GetConverter(), GenericConverter::Quotient)
-            : GenericConverter(a->GetConverter(), b->GetConverter(), GenericConverter::Product);
+    GenericConverter combined(1.0);
+    if (!GenericConverter::Combine(a->GetConverter(), b->GetConverter(), quotient, combined))
+        return ErrorCode::ParseFailure;
     list.Replace<GenericOperand>(left, combined);
     list.Erase(right);
     list.Erase(position);

@@ -74,11 +74,6 @@ protected:
 // A pure scale: one unit is `factor` base units.
 class GenericConverter final : public UnitConverter {
 public:
-    struct ProductTag {};
-    struct QuotientTag {};
-    static constexpr ProductTag Product{};
-    static constexpr QuotientTag Quotient{};
-
     // A dimensionless scale.
     explicit GenericConverter(double scale) : UnitConverter(Dimensions{}, scale) {}
     // A scale with the given exponents.
@@ -88,12 +83,18 @@ public:
     template <int L, int M, int T, int I, int Theta, int N, int J>
     explicit GenericConverter(Quantity<L, M, T, I, Theta, N, J> quantity)
         : UnitConverter(Dimensions{L, M, T, I, Theta, N, J}, quantity.Value()) {}
-    // a times b: exponents add, factors multiply. An offset plays no part.
-    GenericConverter(const UnitConverter& a, const UnitConverter& b, ProductTag)
-        : UnitConverter(a.GetDimensions() + b.GetDimensions(), a.GetFactor() * b.GetFactor()) {}
-    // a divided by b: exponents subtract, factors divide.
-    GenericConverter(const UnitConverter& a, const UnitConverter& b, QuotientTag)
-        : UnitConverter(a.GetDimensions() - b.GetDimensions(), a.GetFactor() / b.GetFactor()) {}
+    // a times b, or with `quotient` a divided by b: exponents add or
+    // subtract, factors multiply or divide, and an offset plays no part. False,
+    // and `out` untouched, when an exponent leaves the range of its type.
+    static bool Combine(const UnitConverter& a, const UnitConverter& b, bool quotient,
+                        GenericConverter& out) {
+        Dimensions exponents;
+        if (!CombineDimensions(a.GetDimensions(), b.GetDimensions(), quotient, exponents))
+            return false;
+        out = GenericConverter(
+            exponents, quotient ? a.GetFactor() / b.GetFactor() : a.GetFactor() * b.GetFactor());
+        return true;
+    }
 
     ErrorCode FromBase(double value, const Dimensions& dims, double& out) const override {
         return DirectFromBase(value, dims, out);

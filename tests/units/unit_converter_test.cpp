@@ -18,32 +18,52 @@ const Dimensions kLength{1, 0, 0, 0, 0, 0, 0};
 const Dimensions kArea{2, 0, 0, 0, 0, 0, 0};
 const Dimensions kTemperature{0, 0, 0, 0, 1, 0, 0};
 
-TEST(GenericConverter, ConstructorsComposeExponentsAndFactors) {
+GenericConverter Combined(const UnitConverter& a, const UnitConverter& b, bool quotient) {
+    GenericConverter out(-1.0);
+    EXPECT_TRUE(GenericConverter::Combine(a, b, quotient, out));
+    return out;
+}
+
+TEST(GenericConverter, CombineComposesExponentsAndFactors) {
     const GenericConverter meter(Quantity<1, 0, 0, 0, 0, 0, 0>(1.0));
-    const GenericConverter foot(GenericConverter(0.3048), meter, GenericConverter::Product);
-    const GenericConverter inch(foot, GenericConverter(12.0), GenericConverter::Quotient);
-    const GenericConverter squareFoot(foot, foot, GenericConverter::Product);
-    const GenericConverter perSecond(Quantity<0, 0, -1, 0, 0, 0, 0>(1.0));
-    const GenericConverter speed(foot, GenericConverter(Quantity<0, 0, 1, 0, 0, 0, 0>(1.0)),
-                                 GenericConverter::Quotient);
+    const GenericConverter second(Quantity<0, 0, 1, 0, 0, 0, 0>(1.0));
+    const GenericConverter foot = Combined(GenericConverter(0.3048), meter, false);
+    const GenericConverter inch = Combined(foot, GenericConverter(12.0), true);
+    const GenericConverter squareFoot = Combined(foot, foot, false);
+    const GenericConverter speed = Combined(foot, second, true);
 
     EXPECT_EQ(GenericConverter(2.5).GetDimensions(), Dimensions{});
     EXPECT_EQ(foot.GetDimensions(), kLength);
     EXPECT_TRUE(SameBits(inch.GetFactor(), 0.025400000000000002));
     EXPECT_EQ(squareFoot.GetDimensions(), kArea);
     EXPECT_TRUE(SameBits(squareFoot.GetFactor(), 0.09290304));
-    EXPECT_EQ(perSecond.GetDimensions(), (Dimensions{0, 0, -1, 0, 0, 0, 0}));
     EXPECT_EQ(speed.GetDimensions(), (Dimensions{1, 0, -1, 0, 0, 0, 0}));
 }
 
 TEST(GenericConverter, ProductOfALinearScaleDropsItsOffset) {
     const LinearConverter celsius(Quantity<0, 0, 0, 0, 1, 0, 0>(1.0),
                                   Quantity<0, 0, 0, 0, 1, 0, 0>(273.15));
-    const GenericConverter rate(celsius, GenericConverter(Quantity<0, 0, 1, 0, 0, 0, 0>(60.0)),
-                                GenericConverter::Quotient);
+    const GenericConverter rate =
+        Combined(celsius, GenericConverter(Quantity<0, 0, 1, 0, 0, 0, 0>(60.0)), true);
     double out = 0.0;
     ASSERT_EQ(rate.ToBase(1.0, out, rate.GetDimensions()), ErrorCode::Success);
     EXPECT_TRUE(SameBits(out, 1.0 / 60.0));
+}
+
+// Exponents a text raised near the ends of their range: a product or a
+// quotient that would leave it fails and leaves the result as it was.
+TEST(GenericConverter, CombineRefusesExponentsOutOfRange) {
+    const GenericConverter high(Dimensions{0, 2000000000, 0, 0, 0, 0, 0}, 1.0);
+    const GenericConverter low(Dimensions{0, -2000000000, 0, 0, 0, 0, 0}, 1.0);
+    GenericConverter out(7.0);
+    EXPECT_FALSE(GenericConverter::Combine(high, high, false, out));
+    EXPECT_FALSE(GenericConverter::Combine(low, low, false, out));
+    EXPECT_FALSE(GenericConverter::Combine(high, low, true, out));
+    EXPECT_FALSE(GenericConverter::Combine(low, high, true, out));
+    EXPECT_EQ(out.GetFactor(), 7.0);
+    EXPECT_EQ(out.GetDimensions(), Dimensions{});
+    EXPECT_EQ(Combined(high, low, false).GetDimensions(), Dimensions{});
+    EXPECT_EQ(Combined(high, high, true).GetDimensions(), Dimensions{});
 }
 
 TEST(GenericConverter, ChecksDimensionsBothWays) {
