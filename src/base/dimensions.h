@@ -24,13 +24,20 @@ inline bool SameDimensions(const Dimensions& a, const Dimensions& b) {
 // its type: a text may write "kg^2000000000·kg^2000000000".
 inline bool CombineDimensions(const Dimensions& a, const Dimensions& b, bool quotient,
                               Dimensions& out) {
+    // In unsigned arithmetic, which wraps; a sum overflowed where its sign
+    // differs from the signs of both terms, a difference where the terms'
+    // signs differ and its own differs from the first's. The seven lanes go
+    // without a branch, one test at the end.
     Dimensions combined{};
+    std::uint32_t overflow = 0;
     for (std::size_t i = 0; i < combined.size(); ++i) {
-        const std::int64_t exponent =
-            quotient ? std::int64_t{a[i]} - b[i] : std::int64_t{a[i]} + b[i];
-        if (exponent != static_cast<std::int32_t>(exponent)) return false;
-        combined[i] = static_cast<std::int32_t>(exponent);
+        const auto x = static_cast<std::uint32_t>(a[i]);
+        const auto y = static_cast<std::uint32_t>(b[i]);
+        const std::uint32_t r = quotient ? x - y : x + y;
+        overflow |= quotient ? (x ^ y) & (x ^ r) : (x ^ r) & (y ^ r);
+        combined[i] = static_cast<std::int32_t>(r);
     }
+    if (overflow >> 31 != 0) return false;
     out = combined;
     return true;
 }
