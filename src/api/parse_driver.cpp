@@ -345,11 +345,15 @@ bool FormatterImpl::ReadNumberAndUnit(const char16_t* cursor, double number, dou
             continue;
         }
         std::size_t matched = 0;
-        const IParseSymbol* symbol = FindKey(cursor, fence, matched, everyday, false, us);
+        const IParseSymbol* symbol = FindKey(cursor, fence, matched, nullptr, false, us);
         if (symbol == nullptr) return leave();
+        const ParseKind kind = symbol->Kind();
+        // Only units have everyday meanings, and a meaning is a unit again.
+        if (kind == ParseKind::Operand && everyday != nullptr) {
+            symbol = everyday->Substitute(symbol, us);
+        }
         token++->symbol = symbol;
         cursor += matched;
-        const ParseKind kind = symbol->Kind();
         if (kind == ParseKind::Space) {
             // A blank stays one only between two operands.
             blank = last == Last::Operand;

@@ -76,7 +76,7 @@ bool MayBeMarks(const char16_t* text) {
 // no exponent behind it cuts; anything else is left to the list. Apart from
 // the filter in front of it, so that a text that the filter turns away costs
 // nothing of the setting up of this one.
-[[gnu::noinline]] bool ReadPlaces(const NumberSettings& numbers, bool us, const char16_t* cursor,
+[[gnu::noinline]] bool ReadPlaces(const NumberSettings& numbers, const char16_t* cursor,
                                   SymbolList& read, const Dimensions& dimensions,
                                   const EverydayVocabulary* everyday, double& value) {
     // What the scan has read already, then the places behind it.
@@ -101,8 +101,9 @@ bool MayBeMarks(const char16_t* text) {
         }
         std::size_t matched = 0;
         const IParseSymbol* symbol = dictionary.FindLongest(cursor, &matched);
+        // Only the kind of the key counts here, and the everyday meanings
+        // replace units by units alone: the meaning need not be looked up.
         if (symbol == nullptr || matched != 1) return false;
-        if (common) symbol = everyday->Substitute(symbol, us);
         if (!layout.AddSymbol(symbol->Kind())) return false;
         ++cursor;
     }
@@ -123,7 +124,7 @@ bool FormatterImpl::ReadTypedMarks(const char16_t* cursor, SymbolList& read, dou
         numbersAlone = numbersAlone && it.symbol()->AsNumber() != nullptr;
     }
     if (numbersAlone && !MayBeMarks(cursor)) return false;
-    return ReadPlaces(numbers, localeId == kEnglish, cursor, read, dimensions, everyday, value);
+    return ReadPlaces(numbers, cursor, read, dimensions, everyday, value);
 }
 
 }  // namespace Mensura

@@ -124,6 +124,24 @@ TEST(EverydayVocabulary, WordsFitTheRoomReservedForThem) {
     EXPECT_LE(pools.edgeCount, EverydayVocabulary::kWordEdges);
 }
 
+// Only units have everyday meanings, and every meaning is a unit: the short
+// ways of parsing look a meaning up for a unit's key alone, as any other key
+// reads the same in both readings.
+TEST(EverydayVocabulary, OnlyUnitsAreReplacedAndOnlyByUnits) {
+    const EverydayVocabulary& everyday = EverydayVocabulary::Instance();
+    std::size_t replaced = 0;
+    for (const auto& [key, symbol] : UnitCatalog::Instance().Dictionary().Keys()) {
+        for (const bool us : {false, true}) {
+            const IParseSymbol* meaning = everyday.Substitute(symbol, us);
+            if (meaning == symbol) continue;
+            ++replaced;
+            EXPECT_EQ(symbol->Kind(), ParseKind::Operand) << Narrow(key.c_str());
+            EXPECT_EQ(meaning->Kind(), ParseKind::Operand) << Narrow(key.c_str());
+        }
+    }
+    EXPECT_GE(replaced, everyday.ReplacedCount());
+}
+
 // "5 <key>" for every key of the catalogue that names a unit: the everyday
 // reading gives the same code and the same bits, unless its symbol is one
 // that the list replaces.
