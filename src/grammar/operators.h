@@ -11,48 +11,42 @@ namespace Mensura {
 // "·", and a blank or dash between two units.
 class MultiplicationSymbol final : public OperatorSymbol {
 public:
-    MultiplicationSymbol() : OperatorSymbol(10, LookAhead) {}
-    ParseKind Kind() const override { return ParseKind::Multiplication; }
+    MultiplicationSymbol() : OperatorSymbol(ParseKind::Multiplication, 10, LookAhead) {}
     ErrorCode Apply(SymbolList& list, SymbolList::iterator& position) const override;
 };
 
 // "/"
 class DivisionSymbol final : public OperatorSymbol {
 public:
-    DivisionSymbol() : OperatorSymbol(10, LookAhead) {}
-    ParseKind Kind() const override { return ParseKind::Division; }
+    DivisionSymbol() : OperatorSymbol(ParseKind::Division, 10, LookAhead) {}
     ErrorCode Apply(SymbolList& list, SymbolList::iterator& position) const override;
 };
 
 // "²"
 class SquareSymbol final : public OperatorSymbol {
 public:
-    SquareSymbol() : OperatorSymbol(20, Postfix) {}
-    ParseKind Kind() const override { return ParseKind::Square; }
+    SquareSymbol() : OperatorSymbol(ParseKind::Square, 20, Postfix) {}
     ErrorCode Apply(SymbolList& list, SymbolList::iterator& position) const override;
 };
 
 // "³"
 class CubicSymbol final : public OperatorSymbol {
 public:
-    CubicSymbol() : OperatorSymbol(20, Postfix) {}
-    ParseKind Kind() const override { return ParseKind::Cubic; }
+    CubicSymbol() : OperatorSymbol(ParseKind::Cubic, 20, Postfix) {}
     ErrorCode Apply(SymbolList& list, SymbolList::iterator& position) const override;
 };
 
 // "^" with a whole exponent from 1 up: "m^2".
 class CaretSymbol final : public OperatorSymbol {
 public:
-    CaretSymbol() : OperatorSymbol(20, Postfix) {}
-    ParseKind Kind() const override { return ParseKind::Caret; }
+    CaretSymbol() : OperatorSymbol(ParseKind::Caret, 20, Postfix) {}
     ErrorCode Apply(SymbolList& list, SymbolList::iterator& position) const override;
 };
 
 // "(" and "（": opens a nested look-ahead by handing the pass on.
 class LeftParenthesisSymbol final : public OperatorSymbol {
 public:
-    LeftParenthesisSymbol() : OperatorSymbol(50, LookAhead | Postfix) {}
-    ParseKind Kind() const override { return ParseKind::LeftParenthesis; }
+    LeftParenthesisSymbol() : OperatorSymbol(ParseKind::LeftParenthesis, 50, LookAhead | Postfix) {}
     ErrorCode Evaluate(SymbolList& list, SymbolList::iterator& position, bool firstPass,
                        const Dimensions& dimensions) const override;
     ErrorCode Apply(SymbolList&, SymbolList::iterator&) const override {
@@ -63,8 +57,7 @@ public:
 // ")" and "）": closes the nearest open parenthesis.
 class RightParenthesisSymbol final : public OperatorSymbol {
 public:
-    RightParenthesisSymbol() : OperatorSymbol(0, Postfix) {}
-    ParseKind Kind() const override { return ParseKind::RightParenthesis; }
+    RightParenthesisSymbol() : OperatorSymbol(ParseKind::RightParenthesis, 0, Postfix) {}
     ErrorCode Evaluate(SymbolList& list, SymbolList::iterator& position, bool firstPass,
                        const Dimensions& dimensions) const override;
     ErrorCode Apply(SymbolList&, SymbolList::iterator&) const override {
@@ -76,7 +69,7 @@ public:
 // first pass, so that no blank is left for the second.
 class SpaceSymbol final : public IParseSymbol {
 public:
-    ParseKind Kind() const override { return ParseKind::Space; }
+    SpaceSymbol() : IParseSymbol(ParseKind::Space) {}
     ErrorCode Evaluate(SymbolList& list, SymbolList::iterator& position, bool firstPass,
                        const Dimensions& dimensions) const override;
 };

@@ -59,14 +59,16 @@ enum class ParseKind : std::uint8_t {
 
 class IParseSymbol : public virtual ISymbol {
 public:
-    IParseSymbol() = default;
+    explicit IParseSymbol(ParseKind k) : kind(k) {}
     const IParseSymbol* AsParse() const override { return this; }
     // Rewrites the list around `position`, which it leaves on a live element
     // or at the end: there the engine goes on. Success to go on, else
     // ParseFailure: a refusal, with no reason, for the whole text.
     virtual ErrorCode Evaluate(SymbolList& list, SymbolList::iterator& position, bool firstPass,
                                const Dimensions& dimensions) const = 0;
-    virtual ParseKind Kind() const = 0;
+    // The class, told by a field rather than a call: the scan and the short
+    // ways ask it of every key they read.
+    ParseKind Kind() const { return kind; }
     // The three families that neighbours in a list ask about, told by a
     // field rather than a call: the evaluation asks at nearly every step.
     const OperandSymbol* AsOperand() const;
@@ -80,12 +82,13 @@ public:
 
 protected:
     enum class Family : std::uint8_t { Other, Operand, Operator, Number };
-    explicit IParseSymbol(Family f) : family(f), stepsInFirstPass(true) {}
+    IParseSymbol(Family f, ParseKind k) : kind(k), family(f), stepsInFirstPass(true) {}
     // For a class of no family whose first pass only steps forward.
     struct FirstPassSteps {};
-    explicit IParseSymbol(FirstPassSteps) : stepsInFirstPass(true) {}
+    IParseSymbol(FirstPassSteps, ParseKind k) : kind(k), stepsInFirstPass(true) {}
 
 private:
+    ParseKind kind;
     Family family = Family::Other;
     bool stepsInFirstPass = false;
 };
@@ -93,11 +96,14 @@ private:
 // A unit: its value is its converter.
 class OperandSymbol : public IParseSymbol {
 public:
-    OperandSymbol() : IParseSymbol(Family::Operand) {}
+    OperandSymbol() : IParseSymbol(Family::Operand, ParseKind::Operand) {}
     ErrorCode Evaluate(SymbolList& list, SymbolList::iterator& position, bool firstPass,
                        const Dimensions& dimensions) const override;
-    ParseKind Kind() const override { return ParseKind::Operand; }
     virtual const UnitConverter& GetConverter() const = 0;
+
+protected:
+    // For the finished quantity, an operand of a kind of its own.
+    explicit OperandSymbol(ParseKind k) : IParseSymbol(Family::Operand, k) {}
 };
 
 // An operand made during evaluation: a pure scale held by value. An offset
@@ -109,6 +115,10 @@ public:
     GenericOperand(const Dimensions& dimensions, double factor) : converter(dimensions, factor) {}
     const UnitConverter& GetConverter() const override { return converter; }
 
+protected:
+    GenericOperand(ParseKind k, const Dimensions& dimensions, double factor)
+        : OperandSymbol(k), converter(dimensions, factor) {}
+
 private:
     GenericConverter converter;
 };
@@ -116,20 +126,20 @@ private:
 // The finished quantity: its factor is the value in base units.
 class ResultSymbol : public GenericOperand {
 public:
-    using GenericOperand::GenericOperand;
+    ResultSymbol(const Dimensions& dimensions, double factor)
+        : GenericOperand(ParseKind::Result, dimensions, factor) {}
     ErrorCode Evaluate(SymbolList& list, SymbolList::iterator& position, bool firstPass,
                        const Dimensions& dimensions) const override;
-    ParseKind Kind() const override { return ParseKind::Result; }
     double Value() const { return GetConverter().GetFactor(); }
 };
 
 // A number read from the text, with what the scanner saw in it.
 class NumberSymbol : public IParseSymbol {
 public:
-    NumberSymbol(double v, std::uint32_t f) : IParseSymbol(Family::Number), value(v), flags(f) {}
+    NumberSymbol(double v, std::uint32_t f)
+        : IParseSymbol(Family::Number, ParseKind::Number), value(v), flags(f) {}
     ErrorCode Evaluate(SymbolList& list, SymbolList::iterator& position, bool firstPass,
                        const Dimensions& dimensions) const override;
-    ParseKind Kind() const override { return ParseKind::Number; }
 
     double value;
     std::uint32_t flags;
@@ -143,8 +153,8 @@ public:
     static constexpr std::uint32_t LookAhead = 1;  // has a right side and must see it first
     static constexpr std::uint32_t Postfix = 2;    // applies at once to its left side
 
-    OperatorSymbol(int p, std::uint32_t f)
-        : IParseSymbol(Family::Operator), priority(p), flags(f) {}
+    OperatorSymbol(ParseKind k, int p, std::uint32_t f)
+        : IParseSymbol(Family::Operator, k), priority(p), flags(f) {}
     ErrorCode Evaluate(SymbolList& list, SymbolList::iterator& position, bool firstPass,
                        const Dimensions& dimensions) const override;
     // Carries the operator out; `position` stands on the operator at entry and

@@ -32,8 +32,7 @@ namespace Mensura {
 // "°": degrees, handing minutes and seconds on to the marks of feet and inches.
 class DegreeSymbol final : public IParseSymbol {
 public:
-    DegreeSymbol() : IParseSymbol(FirstPassSteps{}) {}
-    ParseKind Kind() const override { return ParseKind::Degree; }
+    DegreeSymbol() : IParseSymbol(FirstPassSteps{}, ParseKind::Degree) {}
     ErrorCode Evaluate(SymbolList& list, SymbolList::iterator& position, bool firstPass,
                        const Dimensions& dimensions) const override;
 };
@@ -41,7 +40,7 @@ public:
 // "d": the degree mark for an angle, the day for anything else.
 class DSymbol final : public IParseSymbol {
 public:
-    ParseKind Kind() const override { return ParseKind::D; }
+    DSymbol() : IParseSymbol(ParseKind::D) {}
     ErrorCode Evaluate(SymbolList& list, SymbolList::iterator& position, bool firstPass,
                        const Dimensions& dimensions) const override;
 };
@@ -50,14 +49,14 @@ public:
 // newton and the siemens.
 class NorthSymbol final : public IParseSymbol {
 public:
-    ParseKind Kind() const override { return ParseKind::North; }
+    NorthSymbol() : IParseSymbol(ParseKind::North) {}
     ErrorCode Evaluate(SymbolList& list, SymbolList::iterator& position, bool firstPass,
                        const Dimensions& dimensions) const override;
 };
 
 class SouthSymbol final : public IParseSymbol {
 public:
-    ParseKind Kind() const override { return ParseKind::South; }
+    SouthSymbol() : IParseSymbol(ParseKind::South) {}
     ErrorCode Evaluate(SymbolList& list, SymbolList::iterator& position, bool firstPass,
                        const Dimensions& dimensions) const override;
 };
@@ -75,9 +74,10 @@ public:
     virtual void ReplaceOpened(SymbolList& list, SymbolList::iterator at, bool north) const = 0;
 
 protected:
-    BearingEndSymbol(bool opened, bool north) : opened(opened), fromNorth(north) {}
-    BearingEndSymbol(FirstPassSteps steps, bool opened, bool north)
-        : IParseSymbol(steps), opened(opened), fromNorth(north) {}
+    BearingEndSymbol(ParseKind kind, bool opened, bool north)
+        : IParseSymbol(kind), opened(opened), fromNorth(north) {}
+    BearingEndSymbol(FirstPassSteps steps, ParseKind kind, bool opened, bool north)
+        : IParseSymbol(steps, kind), opened(opened), fromNorth(north) {}
     virtual bool IsWest() const = 0;
 
 private:
@@ -88,8 +88,7 @@ private:
 class EastSymbol final : public BearingEndSymbol {
 public:
     explicit EastSymbol(bool opened = false, bool north = false)
-        : BearingEndSymbol(FirstPassSteps{}, opened, north) {}
-    ParseKind Kind() const override { return ParseKind::East; }
+        : BearingEndSymbol(FirstPassSteps{}, ParseKind::East, opened, north) {}
     void ReplaceOpened(SymbolList& list, SymbolList::iterator at, bool north) const override;
 
 protected:
@@ -99,8 +98,7 @@ protected:
 class WestSymbol final : public BearingEndSymbol {
 public:
     explicit WestSymbol(bool opened = false, bool north = false)
-        : BearingEndSymbol(opened, north) {}
-    ParseKind Kind() const override { return ParseKind::West; }
+        : BearingEndSymbol(ParseKind::West, opened, north) {}
     ErrorCode Evaluate(SymbolList& list, SymbolList::iterator& position, bool firstPass,
                        const Dimensions& dimensions) const override;
     void ReplaceOpened(SymbolList& list, SymbolList::iterator at, bool north) const override;

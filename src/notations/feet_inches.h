@@ -42,8 +42,7 @@ struct Marks {
 // ′ and its look-alikes: the large mark (feet, minutes).
 class PrimeSymbol final : public IParseSymbol {
 public:
-    PrimeSymbol() : IParseSymbol(FirstPassSteps{}) {}
-    ParseKind Kind() const override { return ParseKind::Prime; }
+    PrimeSymbol() : IParseSymbol(FirstPassSteps{}, ParseKind::Prime) {}
     ErrorCode Evaluate(SymbolList& list, SymbolList::iterator& position, bool firstPass,
                        const Dimensions& dimensions) const override;
 
@@ -55,8 +54,7 @@ private:
 // ″ and its look-alikes: the small mark (inches, seconds), which totals the line.
 class DoublePrimeSymbol final : public IParseSymbol {
 public:
-    DoublePrimeSymbol() : IParseSymbol(FirstPassSteps{}) {}
-    ParseKind Kind() const override { return ParseKind::DoublePrime; }
+    DoublePrimeSymbol() : IParseSymbol(FirstPassSteps{}, ParseKind::DoublePrime) {}
     ErrorCode Evaluate(SymbolList& list, SymbolList::iterator& position, bool firstPass,
                        const Dimensions& dimensions) const override;
 
@@ -69,7 +67,7 @@ private:
 // ("kg-m"). Nothing else.
 class DashSymbol final : public IParseSymbol {
 public:
-    ParseKind Kind() const override { return ParseKind::Dash; }
+    DashSymbol() : IParseSymbol(ParseKind::Dash) {}
     ErrorCode Evaluate(SymbolList& list, SymbolList::iterator& position, bool firstPass,
                        const Dimensions& dimensions) const override;
 };

@@ -153,14 +153,14 @@ public:
     // table's, which outlive the symbol.
     LinearSymbol(std::u16string_view text, int scaleUnit, const UnitConverter& scale,
                  const UnitConverter& size, std::uint32_t flags)
-        : NumberedSymbol(text, flags),
+        : IParseSymbol(ParseKind::Linear),
+          NumberedSymbol(text, flags),
           unit(scaleUnit),
           scaleConverter(&scale),
           sizeConverter(&size) {}
 
     ErrorCode Evaluate(SymbolList& list, SymbolList::iterator& position, bool firstPass,
                        const Dimensions& dimensions) const override;
-    ParseKind Kind() const override { return ParseKind::Linear; }
     // The unit type of the absolute temperature that the symbol names.
     int ScaleUnit() const { return unit; }
 

@@ -108,7 +108,11 @@ bool SplitSymbolString(const char16_t* text, SymbolStringParts& parts) {
 
 CustomSymbol::CustomSymbol(const IFormatSymbol* owner, const std::vector<std::u16string>& texts,
                            const std::vector<int>& numbers, int symbolForm)
-    : indices(numbers), literals(texts), parent(owner), form(symbolForm) {
+    : IParseSymbol(ParseKind::Custom),
+      indices(numbers),
+      literals(texts),
+      parent(owner),
+      form(symbolForm) {
     const bool valid =
         parent != nullptr &&
         static_cast<std::int64_t>(indices.size()) == parent->LastPartIndex(form) + 1 &&

@@ -80,7 +80,6 @@ public:
     // the start of the list.
     ErrorCode Evaluate(SymbolList& list, SymbolList::iterator& position, bool firstPass,
                        const Dimensions& dimensions) const override;
-    ParseKind Kind() const override { return ParseKind::Custom; }
 
 private:
     std::vector<int> indices;
