@@ -93,31 +93,42 @@ private:
     bool stepsInFirstPass = false;
 };
 
-// A unit: its value is its converter.
+// A unit: its value is its converter, which the class names when it is
+// made, so that the scan and the evaluation reach it with a load rather than
+// a call.
 class OperandSymbol : public IParseSymbol {
 public:
-    OperandSymbol() : IParseSymbol(Family::Operand, ParseKind::Operand) {}
     ErrorCode Evaluate(SymbolList& list, SymbolList::iterator& position, bool firstPass,
                        const Dimensions& dimensions) const override;
-    virtual const UnitConverter& GetConverter() const = 0;
+    const UnitConverter& GetConverter() const { return *converter; }
 
 protected:
-    // For the finished quantity, an operand of a kind of its own.
-    explicit OperandSymbol(ParseKind k) : IParseSymbol(Family::Operand, k) {}
+    // `unitConverter` outlives the symbol, or is a member of it.
+    explicit OperandSymbol(const UnitConverter* unitConverter, ParseKind k = ParseKind::Operand)
+        : IParseSymbol(Family::Operand, k), converter(unitConverter) {}
+    OperandSymbol(const OperandSymbol&) = delete;
+    OperandSymbol& operator=(const OperandSymbol&) = delete;
+
+private:
+    const UnitConverter* converter;
 };
 
 // An operand made during evaluation: a pure scale held by value. An offset
-// of the converter it is made from is not kept.
+// of the converter it is made from is not kept. A copy names its own
+// converter.
 class GenericOperand : public OperandSymbol {
 public:
     explicit GenericOperand(const UnitConverter& source)
-        : converter(source.GetDimensions(), source.GetFactor()) {}
-    GenericOperand(const Dimensions& dimensions, double factor) : converter(dimensions, factor) {}
-    const UnitConverter& GetConverter() const override { return converter; }
+        : OperandSymbol(&converter), converter(source.GetDimensions(), source.GetFactor()) {}
+    GenericOperand(const Dimensions& dimensions, double factor)
+        : OperandSymbol(&converter), converter(dimensions, factor) {}
+    GenericOperand(const GenericOperand& other)
+        : OperandSymbol(&converter), converter(other.converter) {}
+    GenericOperand& operator=(const GenericOperand&) = delete;
 
 protected:
     GenericOperand(ParseKind k, const Dimensions& dimensions, double factor)
-        : OperandSymbol(k), converter(dimensions, factor) {}
+        : OperandSymbol(&converter, k), converter(dimensions, factor) {}
 
 private:
     GenericConverter converter;

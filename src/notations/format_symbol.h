@@ -118,9 +118,8 @@ public:
     // `converter` is the table's converter of `unitId`, which outlives the symbol.
     GenericSymbol(std::u16string_view text, int unitId, const UnitConverter& unitConverter,
                   std::uint32_t flags)
-        : NumberedSymbol(text, flags), unit(unitId), converter(&unitConverter) {}
+        : OperandSymbol(&unitConverter), NumberedSymbol(text, flags), unit(unitId) {}
 
-    const UnitConverter& GetConverter() const override { return *converter; }
     int Unit() const { return unit; }
 
 protected:
@@ -128,7 +127,6 @@ protected:
 
 private:
     int unit;
-    const UnitConverter* converter;
 };
 
 // A GenericSymbol with a display text of its own: the unit of pure numbers

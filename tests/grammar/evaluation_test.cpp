@@ -15,14 +15,7 @@ using MensuraTest::SameBits;
 
 // A unit as an operand, with a converter of its own: the catalogue may not
 // stand yet while the test's statics are made.
-class UnitOperand final : public OperandSymbol {
-public:
-    UnitOperand(const Dimensions& dimensions, double factor) : converter(dimensions, factor) {}
-    const UnitConverter& GetConverter() const override { return converter; }
-
-private:
-    GenericConverter converter;
-};
+using UnitOperand = GenericOperand;
 
 const UnitOperand kMeter({1, 0, 0, 0, 0, 0, 0}, 1.0), kFoot({1, 0, 0, 0, 0, 0, 0}, 0.3048),
     kKilogram({0, 1, 0, 0, 0, 0, 0}, 1.0), kSecond({0, 0, 1, 0, 0, 0, 0}, 1.0);
