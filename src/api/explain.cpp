@@ -65,9 +65,8 @@ ParseReport FormatterImpl::Explain(const char16_t* text, int unit) const {
     // The scan of the reading that decides: the everyday one takes more keys.
     ScanTrace trace;
     double ignored = 0.0;
-    const EverydayVocabulary* everyday =
-        everydayReading ? &EverydayVocabulary::Instance() : nullptr;
-    ReadText(text, ignored, target, group, everyday, everydayReading, &trace);
+    ReadText(text, ignored, target, group, everydayVocabulary, everydayVocabulary != nullptr,
+             &trace);
 
     if (report.code == ErrorCode::Success) {
         report.reason = ParseReport::Read;
@@ -75,7 +74,7 @@ ParseReport FormatterImpl::Explain(const char16_t* text, int unit) const {
         Fill(report, target, group);
         // A symbol that the catalogue's reading took in a sense that a reader
         // may not mean.
-        if (!everydayReading) {
+        if (everydayVocabulary == nullptr) {
             const EverydayVocabulary& list = EverydayVocabulary::Instance();
             const bool us = localeId == kEnglish;
             for (const ScanTrace::Token& token : trace.tokens) {
@@ -125,7 +124,7 @@ ParseReport FormatterImpl::Explain(const char16_t* text, int unit) const {
             while (text[end] != 0 && !EndsRun(text[end])) ++end;
             double number = 0.0;
             const Result leading =
-                numbers.ScanNumber(text + start, &number, nullptr, everydayReading);
+                numbers.ScanNumber(text + start, &number, nullptr, everydayVocabulary != nullptr);
             if (leading.Ok() && start + leading.length <= culprit) start += leading.length;
         }
         report.reason = ParseReport::UnknownText;

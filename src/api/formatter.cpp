@@ -117,9 +117,6 @@ ErrorCode Formatter::Parse(const char16_t* text, double& value, int unit) const 
 }
 
 void Formatter::SetEverydayReading(bool on) {
-    // The everyday vocabulary is made here, the first time it is asked for,
-    // so that no parse has to.
-    if (on) EverydayVocabulary::Instance();
     m_impl->SetEverydayReading(on);
 }
 

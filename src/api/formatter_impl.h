@@ -95,8 +95,10 @@ public:
     // Whether a text that the catalogue's reading refuses is read again as a
     // person in the trade writes it, and a few symbols take their everyday
     // meaning (catalogue/everyday.inc).
-    bool GetEverydayReading() const { return everydayReading; }
-    void SetEverydayReading(bool on) { everydayReading = on; }
+    bool GetEverydayReading() const { return everydayVocabulary != nullptr; }
+    // Turning it on makes the everyday vocabulary, the first time, so that
+    // no parse has to.
+    void SetEverydayReading(bool on);
 
     // Parses as ParseInUnit does, through the list, and says why: the fields
     // of ParseReport.
@@ -169,7 +171,8 @@ private:
     int localeId;
     int languageIndex;
     int handles = 0;
-    bool everydayReading = false;
+    // The everyday vocabulary while the everyday reading is on, else null.
+    const EverydayVocabulary* everydayVocabulary = nullptr;
 
     // Both everyday readings at once, without a list, for the texts of a few
     // shapes: "number unit", a sum ("5 ft 6 in"), a compact bearing

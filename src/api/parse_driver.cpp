@@ -114,6 +114,10 @@ inline const IParseSymbol* FindKey(const char16_t* cursor, const char16_t*& fenc
 
 }  // namespace
 
+void FormatterImpl::SetEverydayReading(bool on) {
+    everydayVocabulary = on ? &EverydayVocabulary::Instance() : nullptr;
+}
+
 ErrorCode FormatterImpl::ParseInUnit(const char16_t* text, double& value, int unit,
                                      ScanTrace* trace) const {
     const UnitConverter* converter = UnitTable::Instance().FindConverter(unit);
@@ -135,8 +139,10 @@ ErrorCode FormatterImpl::ParseToBase(const char16_t* text, double& value,
                                      const Dimensions& dimensions, int group,
                                      ScanTrace* trace) const {
     if (text == nullptr || *text == 0) return ErrorCode::ParseFailure;
-    if (!everydayReading) return ReadText(text, value, dimensions, group, nullptr, false, trace);
-    const EverydayVocabulary& everyday = EverydayVocabulary::Instance();
+    if (everydayVocabulary == nullptr) {
+        return ReadText(text, value, dimensions, group, nullptr, false, trace);
+    }
+    const EverydayVocabulary& everyday = *everydayVocabulary;
     if (trace == nullptr && symbolStrings.Empty()) {
         const ShortWay way = ReadEverydayShape(text, value, dimensions, everyday);
         if (way != ShortWay::Declined) {
