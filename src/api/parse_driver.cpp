@@ -4,6 +4,7 @@
 // reading refuses is read a second time with the everyday vocabulary and
 // forms, so that they only ever add readings.
 #include "api/formatter_impl.h"
+#include "base/ids.h"
 #include "base/number_flags.h"
 #include "catalogue/everyday.h"
 #include "catalogue/unit_catalog.h"
@@ -259,6 +260,16 @@ ErrorCode FormatterImpl::ReadText(const char16_t* text, double& value, const Dim
 
 namespace {
 
+// The unit that a letter of a bearing or "d" stands for in a text that is
+// not an angle.
+const UnitConverter& LetterUnit(ParseKind kind) {
+    const int unit = kind == ParseKind::North   ? kNewton
+                     : kind == ParseKind::South ? kSiemens
+                     : kind == ParseKind::West  ? kWatt
+                                                : kDay;
+    return *UnitTable::Instance().FindConverter(unit);
+}
+
 // A unit in the making: its exponents and its factor, as a product or
 // quotient of converters makes them (GenericConverter).
 struct Operand {
@@ -367,9 +378,22 @@ bool FormatterImpl::ReadNumberAndUnit(const char16_t* cursor, double number, dou
         }
         const bool product = blank;
         blank = false;
+        const UnitConverter* letterUnit = nullptr;
         switch (kind) {
+            case ParseKind::North:
+            case ParseKind::South:
+            case ParseKind::West:
+            case ParseKind::D:
+                // For anything but an angle, the letters of a bearing and
+                // "d" are the newton, the siemens, the watt and the day. The
+                // letter becomes its unit before the blank in front of it is
+                // looked at, so that blank is no product.
+                if (SameDimensions(dimensions, Dimensions{}) || product) return leave();
+                letterUnit = &LetterUnit(kind);
+                [[fallthrough]];
             case ParseKind::Operand: {
-                const UnitConverter& converter = symbol->AsOperand()->GetConverter();
+                const UnitConverter& converter =
+                    letterUnit != nullptr ? *letterUnit : symbol->AsOperand()->GetConverter();
                 if (last == Last::Nothing) {
                     first = &converter;
                 } else if (last == Last::Operator || product) {
