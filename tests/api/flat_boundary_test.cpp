@@ -190,6 +190,8 @@ TEST(FlatBoundary, Conversions) {
         {"GetUnitDimensions, a group", CALL(GetUnitDimensions(kLength, I(at))), 0, 28},
         {"GetUnitDimensions, a symbol", CALL(GetUnitDimensions(kFt, I(at))), 0, 28},
         {"GetUnitDimensions, a symbol field alone", CALL(GetUnitDimensions(0x100000, I(at))), 1, 0},
+        {"GetUnitDimensions, no such type", CALL(GetUnitDimensions(0x2FFF, I(at))), 1, 0},
+        {"GetUnitDimensions, no such symbol", CALL(GetUnitDimensions(0x9902017, I(at))), 1, 0},
         {"GetUnitDimensions, bits above the symbol",
          CALL(GetUnitDimensions(static_cast<int>(0x80002017u), I(at))), 1, 0},
     };
