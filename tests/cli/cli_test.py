@@ -142,48 +142,105 @@ def marked_text(err):
     return None
 
 
+# answers and failures by their arguments ---------------------------------------
+
+# The questions of the interactive loop.
+HAVE = "You have: "
+WANT = "You want: "
+
+# Command lines, each with the whole of its standard output.
+ANSWERS = [
+    # The shortest text that reads back: 5.5 * 0.3048 is not 1.6764 in binary.
+    (["convert", "--exact", "5.5", "ft", "m"], repr(5.5 * 0.3048) + "\n"),
+    (["convert", "5.5", "ft", "m", "--exact"], "1.6764000000000001\n"),
+    # Temperatures with their offsets.
+    (["convert", "100", "°C", "°F"], "212\n"),
+    (["convert", "-40", "degree Fahrenheit", "degree Celsius"], "-40\n"),
+    (["convert", "0", "°C", "K"], "273.15\n"),
+    # Ids in hexadecimal and decimal; a complete symbol id names its unit type.
+    (["convert", "1", "0x2C018", "0x2C001"], "86400\n"),  # a day in seconds
+    (["convert", "1", str(0x2017), str(0x2001)], "0.3048\n"),
+    (["convert", "1", "0x202017", "m"], "0.3048\n"),  # symbol 2 of the foot
+    # format: style Number, 2 decimal digits, groups of 3, symbol 1, the
+    # spelled-out name; in either language.
+    (["format", "5.5", "m"], "5.50 meter\n"),
+    (["format", "1234567.891", "m", "--symbol", "m"], "1,234,567.89 m\n"),
+    (["format", "5.5", "m", "--locale", "zh"], "5.50 米\n"),
+    (["format", "5.5", "m", "--locale", "2052"], "5.50 米\n"),
+    (["format", "5.5", "米", "--locale", "en"], "5.50 meter\n"),
+    (["format", "5.5", "m", "--locale", "zh", "--native-digits", "〇一二三四五六七八九"],
+     "五.五〇 米\n"),
+    # Number settings.
+    (["format", "1", "m", "--symbol", "ft", "--decimal-digits", "4"], "3.2808 ft\n"),
+    (["format", "1234567.891", "m", "--style", "fixed", "--decimal-digits", "3"],
+     "1234567.891 meter\n"),
+    (["format", "1234567", "m", "--group-sizes", "3,2"], "12,34,567.00 meter\n"),
+    (["format", "1234567", "m", "--group-sizes", "3,0"], "1234,567.00 meter\n"),
+    (["format", "1234.5", "m", "--decimal-separator", ",", "--group-separator", "."],
+     "1.234,50 meter\n"),
+    (["format", "5", "m", "--positive-sign", "+"], "+5.00 meter\n"),
+    (["format", "-5", "m", "--negative-sign", "−"], "−5.00 meter\n"),
+    (["format", "-0.5", "m", "--style", "scientific"], "-5.00e-01 meter\n"),
+    # interactive without a unit gives the coherent unit, and a bare number
+    # stays a number.
+    (["interactive"], f"{HAVE}{WANT}  3 m\n{HAVE}{WANT}  {twelve(20 + 273.15)} K\n"
+     f"{HAVE}{WANT}  {twelve(1.5 * 3600)} s\n{HAVE}{WANT}  100 Pa\n{HAVE}{WANT}  5\n{HAVE}\n",
+     "3 米\n\n20 °C\n\n1 h 30 min\n\n1 hPa\n\n5\n\n"),
+    # It ends cleanly at the end of input, in the middle of a question too,
+    # and without a last line end.
+    (["interactive"], f"{HAVE}\n", ""),
+    (["interactive"], f"{HAVE}{WANT}\n", "5 ft\n"),
+    (["interactive"], f"{HAVE}{WANT}  1.524 m\n{HAVE}\n", "5 ft\nm"),
+]
+
+
+def test_answers_by_arguments():
+    for arguments, out, *stdin in ANSWERS:
+        expect(arguments, out, stdin=stdin[0] if stdin else None)
+
+
+# Command lines that fail: the exit status and what standard error names.
+FAILURES = [
+    (["convert", "5", "fleet", "m"], 1, ["'fleet' is not a known unit"]),
+    (["convert", "1", "d", "h"], 1, ["degree", "day"]),  # the degree mark or the day
+    (["convert", "1", "0x2000", "m"], 1, ["group"]),  # a group id is no unit
+    (["convert", "1", "0x2FFF", "m"], 1, ["0x2FFF names no unit type"]),
+    (["convert", "5", "ft", "kg"], 2, ["UnitMismatch", "a length is not a mass"]),
+    (["convert", "five", "ft", "m"], 2, ["ParseFailure", "'five'"]),
+    (["format", "1", "m", "--symbol", "kg"], 2, ["UnitMismatch"]),
+    (["format", "1", "m", "--symbol", "xyz"], 1, ["'xyz'"]),
+    (["format", "1", "m", "--default-symbol", "metre"], 1, ["not one of its symbols"]),
+    (["format", "one", "m"], 2, []),
+    # Settings that the library refuses name their option.
+    (["format", "1", "m", "--decimal-digits", "100"], 1, ["--decimal-digits"]),
+    (["format", "1", "m", "--group-sizes", "3,10"], 1, ["--group-sizes"]),
+    (["format", "1", "m", "--group-separator", ""], 1, ["--group-separator"]),
+    (["format", "1", "m", "--native-digits", "0123456780"], 1, ["--native-digits"]),
+    (["format", "1", "m", "--style", "roman"], 1, ["--style"]),
+    (["format", "1", "m", "--locale", "xx"], 1, ["--locale"]),
+    # Usage errors.
+    (["list", "--catalogue-meanings"], 1, ["unknown option"]),
+    (["parse", "--catalogue-meanings=yes", "5 ft", "m"], 1, ["takes no value"]),
+    (["--version", "extra"], 1, []),
+    (["interactive", "5 ft"], 1, ["standard input"]),
+    ([], 1, ["mensura"]),
+    (["frobnicate"], 1, ["mensura"]),
+    (["convert", "1", "ft"], 1, ["mensura"]),
+    (["convert", "--bogus", "1", "ft", "m"], 1, ["mensura"]),
+    (["format", "1", "m", "--symbol"], 1, ["mensura"]),
+    (["show"], 1, ["mensura"]),
+    (["parse", "5 ft", "m", "--exact=yes"], 1, ["mensura"]),
+    (["help", "frobnicate"], 1, ["mensura"]),
+]
+
+
+def test_failures_name_their_cause():
+    for arguments, status, fragments in FAILURES:
+        result = expect(arguments, "", status=status)
+        check(all(fragment in result.err for fragment in fragments), f"{arguments}", result)
+
+
 # convert ---------------------------------------------------------------------
-
-def test_convert_exact_prints_the_shortest_round_trip():
-    # 5.5 * 0.3048 is not 1.6764 in binary: repr gives the shortest text.
-    expect(["convert", "--exact", "5.5", "ft", "m"], repr(5.5 * 0.3048) + "\n")
-    expect(["convert", "5.5", "ft", "m", "--exact"], "1.6764000000000001\n")
-
-
-def test_convert_temperatures_with_their_offsets():
-    expect(["convert", "100", "°C", "°F"], "212\n")
-    expect(["convert", "-40", "degree Fahrenheit", "degree Celsius"], "-40\n")
-    expect(["convert", "0", "°C", "K"], "273.15\n")
-
-
-def test_convert_by_ids_in_hexadecimal_and_decimal():
-    expect(["convert", "1", "0x2C018", "0x2C001"], "86400\n")  # a day in seconds
-    expect(["convert", "1", str(0x2017), str(0x2001)], "0.3048\n")
-    # A complete symbol id names its unit type: symbol 2 of the foot.
-    expect(["convert", "1", "0x202017", "m"], "0.3048\n")
-
-
-def test_convert_refuses_units_it_cannot_tell():
-    result = run("convert", "5", "fleet", "m")
-    check(result.status == 1 and "'fleet' is not a known unit" in result.err, "fleet", result)
-    result = run("convert", "1", "d", "h")  # the degree mark or the day
-    check(result.status == 1 and "degree" in result.err and "day" in result.err, "d", result)
-    result = run("convert", "1", "0x2000", "m")
-    check(result.status == 1 and "group" in result.err, "a group id is no unit", result)
-    result = run("convert", "1", "0x2FFF", "m")
-    check(result.status == 1 and "0x2FFF names no unit type" in result.err, "unknown id", result)
-
-
-def test_convert_between_quantities_fails_with_unit_mismatch():
-    result = expect(["convert", "5", "ft", "kg"], "", status=2)
-    check("UnitMismatch" in result.err and "a length is not a mass" in result.err,
-          "the mismatch is named", result)
-
-
-def test_convert_reports_a_value_that_is_no_number():
-    result = expect(["convert", "five", "ft", "m"], "", status=2)
-    check("ParseFailure" in result.err and "'five'" in result.err, "the value is named", result)
-
 
 def test_convert_batch_reads_one_value_a_line():
     # Blank lines are skipped; a line end may be CRLF; a byte order mark is dropped.
@@ -222,7 +279,7 @@ def test_numbers_are_written_as_printf_writes_them():
     check([float(text) for text in result.out.split()] == values, "exact texts read back")
 
 
-def test_convert_json_reads_back():
+def test_json_reads_back():
     result = succeed("convert", "--json", "5.5", "ft", "m")
     data = json.loads(result.out)
     check(data["value"] == 5.5 * 0.3048 and data["text"] == "1.6764", "value and text", result)
@@ -233,6 +290,14 @@ def test_convert_json_reads_back():
     error = json.loads(result.err)
     check(result.status == 2 and error["line"] == 2 and error["error"] == "ParseFailure" and
           error["input"] == "x", "the failure as JSON", result)
+    result = succeed("parse", "--json", "5′6″", "in")
+    check(json.loads(result.out) == {"input": "5′6″", "value": 66, "text": "66", "unit": 0x2016},
+          "parse", result)
+    # A failure carries the reason, without the excerpt.
+    result = expect(["parse", "--json", "5 feets", "m"], "", status=2)
+    check(json.loads(result.err) == {"input": "5 feets", "error": "ParseFailure",
+                                     "message": "'feets' is not a known unit or mark"},
+          "JSON failure", result)
 
 
 # parse -----------------------------------------------------------------------
@@ -350,13 +415,6 @@ def test_failure_messages_of_long_lines_stay_short():
           f"a line of 40 MB: {peak} KB", result)
 
 
-def test_parse_json_failures_carry_the_reason_without_the_excerpt():
-    result = expect(["parse", "--json", "5 feets", "m"], "", status=2)
-    data = json.loads(result.err)
-    check(data == {"input": "5 feets", "error": "ParseFailure",
-                   "message": "'feets' is not a known unit or mark"}, "JSON failure", result)
-
-
 def test_parse_notes_a_catalogue_meaning_that_the_everyday_reading_changes():
     # The catalogue's lb is the pound (meter) of 0.5 kg; a pound is 0.45359237 kg.
     note = ("'lb' is read as pound (meter), 0.5 kilogram; the everyday reading (the default) "
@@ -387,12 +445,6 @@ def test_parse_with_number_settings_and_defaults():
     expect(["parse", "5", "m", "--default-unit", "ft"], twelve(5 * 0.3048) + "\n")
     result = run("parse", "5", "m", "--default-unit", "kg")
     check(result.status == 1 and "--default-unit" in result.err, "a unit of another group", result)
-
-
-def test_parse_json_reads_back():
-    result = succeed("parse", "--json", "5′6″", "in")
-    data = json.loads(result.out)
-    check(data == {"input": "5′6″", "value": 66, "text": "66", "unit": 0x2016}, "parse", result)
 
 
 # the everyday reading -----------------------------------------------------------
@@ -441,50 +493,7 @@ def test_unit_arguments_with_both_readings():
               f"{arguments}: refused", result)
 
 
-def test_catalogue_meanings_is_no_option_of_list():
-    result = run("list", CATALOGUE)
-    check(result.status == 1 and "unknown option" in result.err, "list refuses it", result)
-    result = run("parse", "--catalogue-meanings=yes", "5 ft", "m")
-    check(result.status == 1 and "takes no value" in result.err, "no value", result)
-
-
 # format ----------------------------------------------------------------------
-
-def test_format_with_the_default_settings():
-    # Style Number, 2 decimal digits, groups of 3, symbol 1: the spelled-out name.
-    expect(["format", "5.5", "m"], "5.50 meter\n")
-    expect(["format", "1234567.891", "m", "--symbol", "m"], "1,234,567.89 m\n")
-
-
-def test_format_in_chinese():
-    expect(["format", "5.5", "m", "--locale", "zh"], "5.50 米\n")
-    expect(["format", "5.5", "m", "--locale", "2052"], "5.50 米\n")
-    expect(["format", "5.5", "米", "--locale", "en"], "5.50 meter\n")
-    expect(["format", "5.5", "m", "--locale", "zh", "--native-digits", "〇一二三四五六七八九"],
-           "五.五〇 米\n")
-
-
-def test_format_number_settings():
-    expect(["format", "1", "m", "--symbol", "ft", "--decimal-digits", "4"], "3.2808 ft\n")
-    expect(["format", "1234567.891", "m", "--style", "fixed", "--decimal-digits", "3"],
-           "1234567.891 meter\n")
-    expect(["format", "1234567", "m", "--group-sizes", "3,2"], "12,34,567.00 meter\n")
-    expect(["format", "1234567", "m", "--group-sizes", "3,0"], "1234,567.00 meter\n")
-    expect(["format", "1234.5", "m", "--decimal-separator", ",", "--group-separator", "."],
-           "1.234,50 meter\n")
-    expect(["format", "5", "m", "--positive-sign", "+"], "+5.00 meter\n")
-    expect(["format", "-5", "m", "--negative-sign", "−"], "−5.00 meter\n")
-    result = succeed("format", "-0.5", "m", "--style", "scientific")
-    check(re.fullmatch(r"-5\.00e-0*1 meter\n", result.out), "scientific", result)
-
-
-def test_format_refuses_settings_the_library_refuses():
-    for option, value in [("--decimal-digits", "100"), ("--group-sizes", "3,10"),
-                          ("--group-separator", ""), ("--native-digits", "0123456780"),
-                          ("--style", "roman"), ("--locale", "xx")]:
-        result = run("format", "1", "m", option, value)
-        check(result.status == 1 and option in result.err, f"{option} {value!r}", result)
-
 
 def test_format_symbols_and_defaults():
     expect(["format", "1", "ft", "--default-symbol", "′"], "1.00′\n")
@@ -512,16 +521,6 @@ def test_format_with_a_symbol_string():
     result = expect(["format", "66.25", "in", "--symbol", "x′x″", "--pattern", "{0} ft"], "",
                     status=1)
     check("--pattern" in result.err and "0x502016" in result.err, "a pattern too short", result)
-
-
-def test_format_failures():
-    result = expect(["format", "1", "m", "--symbol", "kg"], "", status=2)
-    check("UnitMismatch" in result.err, "a symbol of another quantity", result)
-    result = expect(["format", "1", "m", "--symbol", "xyz"], "", status=1)
-    check("'xyz'" in result.err, "an unknown symbol", result)
-    result = expect(["format", "1", "m", "--default-symbol", "metre"], "", status=1)
-    check("not one of its symbols" in result.err, "a unit is no symbol", result)
-    expect(["format", "one", "m"], "", status=2)
 
 
 # list and show ---------------------------------------------------------------
@@ -809,15 +808,9 @@ def project_version():
 
 def test_version():
     expect(["--version"], f"mensura {project_version()}\n")
-    result = run("--version", "extra")
-    check(result.status == 1 and result.out == "", "--version takes nothing", result)
 
 
 # interactive -----------------------------------------------------------------
-
-HAVE = "You have: "
-WANT = "You want: "
-
 
 def test_interactive_converts_each_text_into_the_unit_asked_for():
     result = expect(["interactive"],
@@ -829,17 +822,6 @@ def test_interactive_converts_each_text_into_the_unit_asked_for():
     check(result.err == "", "nothing on standard error", result)
     # --interactive is the same loop.
     expect(["--interactive"], f"{HAVE}{WANT}  0.3048 m\n{HAVE}\n", stdin="1 ft\nm\n")
-
-
-def test_interactive_without_a_unit_gives_the_coherent_unit():
-    expect(["interactive"],
-           f"{HAVE}{WANT}  3 m\n"
-           f"{HAVE}{WANT}  {twelve(20 + 273.15)} K\n"
-           f"{HAVE}{WANT}  {twelve(1.5 * 3600)} s\n"
-           f"{HAVE}{WANT}  100 Pa\n"
-           f"{HAVE}{WANT}  5\n"  # a bare number stays a number
-           f"{HAVE}\n",
-           stdin="3 米\n\n20 °C\n\n1 h 30 min\n\n1 hPa\n\n5\n\n")
 
 
 def test_interactive_reports_failures_and_asks_again():
@@ -856,15 +838,6 @@ def test_interactive_reports_failures_and_asks_again():
     check(failures[1].startswith("ParseFailure: it reads as a mass (Mass), not a length\n") and
           marked_text(failures[1]) == ("5 kg", "5 kg"), "kg into m", result)
     check(failures[2].startswith("'fleet' is not a known unit"), "fleet", result)
-
-
-def test_interactive_ends_cleanly_at_the_end_of_input():
-    expect(["interactive"], f"{HAVE}\n", stdin="")
-    # In the middle of a question too, and without a last line end.
-    expect(["interactive"], f"{HAVE}{WANT}\n", stdin="5 ft\n")
-    expect(["interactive"], f"{HAVE}{WANT}  1.524 m\n{HAVE}\n", stdin="5 ft\nm")
-    result = run("interactive", "5 ft")
-    check(result.status == 1 and "standard input" in result.err, "no arguments", result)
 
 
 def test_interactive_reads_as_asked():
@@ -902,15 +875,6 @@ def test_no_command_on_a_terminal_starts_the_interactive_loop():
     result = Result(process.returncode, out.decode("utf-8"), err.decode("utf-8"))
     check(result.status == 0 and result.out == f"{HAVE}{WANT}  66 in\n{HAVE}\n" and
           result.err == "", "the loop on a terminal", result)
-
-
-def test_usage_errors_exit_1():
-    for arguments in [[], ["frobnicate"], ["convert", "1", "ft"], ["convert", "--bogus", "1",
-                      "ft", "m"], ["format", "1", "m", "--symbol"], ["show"],
-                      ["parse", "5 ft", "m", "--exact=yes"], ["help", "frobnicate"]]:
-        result = run(*arguments)
-        check(result.status == 1 and result.out == "" and "mensura" in result.err,
-              f"{arguments}", result)
 
 
 def main():
