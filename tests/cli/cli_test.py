@@ -181,6 +181,18 @@ ANSWERS = [
     (["format", "5", "m", "--positive-sign", "+"], "+5.00 meter\n"),
     (["format", "-5", "m", "--negative-sign", "−"], "−5.00 meter\n"),
     (["format", "-0.5", "m", "--style", "scientific"], "-5.00e-01 meter\n"),
+    # parse with number settings; a bare number is in the default unit of
+    # the group.
+    (["parse", "1.234,5 m", "m", "--decimal-separator", ",", "--group-separator", "."],
+     "1234.5\n"),
+    (["parse", "5", "m"], "5\n"),
+    (["parse", "5", "m", "--default-unit", "ft"], twelve(5 * 0.3048) + "\n"),
+    # A symbol string: 66.25 in is 5 ft and 6.25 in, and the placeholders
+    # name the numbers of the feet-and-inches symbol, the feet first,
+    # wherever they stand.
+    (["format", "66.25", "in", "--symbol", "x′x″", "--pattern", "{0} ft {1} in"],
+     "5 ft 6.25 in\n"),
+    (["format", "1.5", "m", "--symbol", "m", "--pattern", "{0} metres"], "1.50 metres\n"),
     # interactive without a unit gives the coherent unit, and a bare number
     # stays a number.
     (["interactive"], f"{HAVE}{WANT}  3 m\n{HAVE}{WANT}  {twelve(20 + 273.15)} K\n"
@@ -218,6 +230,10 @@ FAILURES = [
     (["format", "1", "m", "--native-digits", "0123456780"], 1, ["--native-digits"]),
     (["format", "1", "m", "--style", "roman"], 1, ["--style"]),
     (["format", "1", "m", "--locale", "xx"], 1, ["--locale"]),
+    (["parse", "5", "m", "--default-unit", "kg"], 1, ["--default-unit"]),  # another group
+    # Two numbers need two placeholders.
+    (["format", "66.25", "in", "--symbol", "x′x″", "--pattern", "{0} ft"], 1,
+     ["--pattern", "0x502016"]),
     # Usage errors.
     (["list", "--catalogue-meanings"], 1, ["unknown option"]),
     (["parse", "--catalogue-meanings=yes", "5 ft", "m"], 1, ["takes no value"]),
@@ -437,16 +453,6 @@ def test_parse_notes_a_catalogue_meaning_that_the_everyday_reading_changes():
           f"reading (the default) takes it as {8 * 10 ** 6} bit\n", "MB", result)
 
 
-def test_parse_with_number_settings_and_defaults():
-    arguments = ["--decimal-separator", ",", "--group-separator", "."]
-    expect(["parse", "1.234,5 m", "m", *arguments], "1234.5\n")
-    # A bare number is in the default unit of the group.
-    expect(["parse", "5", "m"], "5\n")
-    expect(["parse", "5", "m", "--default-unit", "ft"], twelve(5 * 0.3048) + "\n")
-    result = run("parse", "5", "m", "--default-unit", "kg")
-    check(result.status == 1 and "--default-unit" in result.err, "a unit of another group", result)
-
-
 # the everyday reading -----------------------------------------------------------
 # The tool reads texts the everyday way unless --catalogue-meanings is given.
 # A pound is 0.45359237 kg; the catalogue's "lb" is the pound (meter) of 0.5 kg.
@@ -509,18 +515,6 @@ def test_format_symbols_and_defaults():
                                   locale).out)
         check(data["symbol"] == 0x102017 and data["text"] == text and
               math.isclose(data["converted"], 1 / 0.3048, rel_tol=1e-15), "英尺", data)
-
-
-def test_format_with_a_symbol_string():
-    # 66.25 in is 5 ft and 6.25 in; the placeholders name the numbers of the
-    # feet-and-inches symbol, the feet first, wherever they stand.
-    expect(["format", "66.25", "in", "--symbol", "x′x″", "--pattern", "{0} ft {1} in"],
-           "5 ft 6.25 in\n")
-    expect(["format", "1.5", "m", "--symbol", "m", "--pattern", "{0} metres"], "1.50 metres\n")
-    # Two numbers need two placeholders.
-    result = expect(["format", "66.25", "in", "--symbol", "x′x″", "--pattern", "{0} ft"], "",
-                    status=1)
-    check("--pattern" in result.err and "0x502016" in result.err, "a pattern too short", result)
 
 
 # list and show ---------------------------------------------------------------
