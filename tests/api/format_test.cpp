@@ -98,12 +98,6 @@ TEST(Format, BufferMustHoldTheTextAndItsTerminator) {
     EXPECT_EQ(formatter.Format(1.0, kMeter, buffer, 0), ErrorCode::Failure);
 }
 
-TEST(Format, AnUnknownNumberStyleFails) {
-    Formatter formatter;
-    formatter.SetNumber(static_cast<Mensura::NumberFormat>(9));
-    EXPECT_EQ(Render(formatter, 1.0, kMeter).result, ErrorCode::Failure);
-}
-
 TEST(FormatDefaults, ChooseTheSymbolAndTheUnit) {
     Formatter formatter;
     EXPECT_EQ(formatter.GetDefaultUnit(0x2000), kMeter);

@@ -158,12 +158,15 @@ TEST(FormatterSettings, NativeDigitsMustDifferAndNeedNoTerminator) {
     EXPECT_EQ(Digits(formatter), std::u16string(arabic.begin(), arabic.end()));
 }
 
+// An unknown style is stored as it is, and fails where a value is rendered.
 TEST(FormatterSettings, NumberStyleIsStoredUnchecked) {
     Formatter formatter;
     formatter.SetNumber(NumberFormat::ScientificLower);
     EXPECT_EQ(formatter.GetNumber(), NumberFormat::ScientificLower);
     formatter.SetNumber(static_cast<NumberFormat>(9));
     EXPECT_EQ(static_cast<int>(formatter.GetNumber()), 9);
+    char16_t buffer[32];
+    EXPECT_EQ(formatter.Format(1.0, 0x2001 /* meter */, buffer, 32), ErrorCode::Failure);
 }
 
 TEST(FormatterCopies, ShareOneStateAndSeeEachOthersChanges) {
