@@ -143,31 +143,6 @@ TEST_F(DegreesSymbol, BearingsByQuadrant) {
     EXPECT_EQ(Render(10, 30.25, kBearing), u"N 59°45′0.000000″ E");
 }
 
-TEST_F(DegreesSymbol, TheBufferMustHoldTheTextAndItsTerminator) {
-    const struct {
-        int digits;
-        double degrees;
-        int symbol;
-        const char16_t* text;
-    } rows[] = {{2, 30.25, kBearing, u"N 59°45′ E"},
-                {5, 30.25, kBearing, u"N 59°45′0.0″ E"},
-                {2, 90, kBearing, u"N"},
-                {2, 45.5, kAngle, u"45°30′"},
-                {6, -45.51, kAngle, u"-45°30′36.00″"}};
-    for (const auto& row : rows) {
-        const std::size_t size = std::u16string(row.text).size() + 1;
-        EXPECT_EQ(Render(row.digits, row.degrees, row.symbol, size), row.text);
-        for (std::size_t less = 1; less < size; ++less) {
-            EXPECT_EQ(Render(row.digits, row.degrees, row.symbol, less), u"#1")
-                << Narrow(row.text) << " in " << less;
-        }
-    }
-    EXPECT_EQ(Pattern(kBearing)->Render(0.0, Dimensions{}, nullptr, 16, digits[2]).code,
-              ErrorCode::Failure);
-    EXPECT_EQ(FormatWith(digits[2], 1.0, kMeter, kAngle), u"#4");
-    EXPECT_EQ(FormatWith(digits[2], 1.0, kMeter, kBearing), u"#4");
-}
-
 // Six decimals on the seconds come from a decimal digits setting of 10; the
 // setting itself is passed by, never changed, also when a rendering fails at
 // the seconds, behind them at the closing letter, or in a part.

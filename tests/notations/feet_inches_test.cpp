@@ -1,6 +1,7 @@
 // Feet and inches, minutes and seconds of time: the six patterns of the
 // catalogue, their renderings at several decimal digits, their parts, the
-// forms in which a symbol string reads them, and the numbers of each form.
+// forms in which a symbol string reads them, and the numbers of each form;
+// and the room that every compound pattern, degrees too, needs.
 #include "notations/feet_inches.h"
 
 #include <gtest/gtest.h>
@@ -28,6 +29,8 @@ constexpr int kFraction = 0x702016;  // x′x x/2″
 constexpr int kBoth = 0x802016;      // x′–x x/2″
 constexpr int kInches = 0x902016;    // x x/2″
 constexpr int kMinutes = 0x52C001;   // x′x″ of the second
+constexpr int kAngle = 0x408002;     // x°x′x″
+constexpr int kBearing = 0x508002;   // N x°x′x″ E
 
 const PrimeDoublePrimeSymbol* Pattern(int id, int language = 0) {
     const ISymbol* symbol = UnitCatalog::Instance().FindSymbol(id, language);
@@ -142,27 +145,42 @@ TEST(FeetInchesSymbol, RendersByTheNumberSettings) {
     }
 }
 
-TEST(FeetInchesSymbol, TheBufferMustHoldTheTextAndItsTerminator) {
-    const NumberSettings impl;
+// Every compound pattern, of feet and inches and of degrees, needs room for
+// its text and the terminator and fails in any less; a null buffer fails, and
+// a value of another quantity is a mismatch.
+TEST(CompoundPatterns, TheBufferMustHoldTheTextAndItsTerminator) {
     const struct {
-        double inches;
-        int symbol;
+        int digits;
+        double value;
+        int unit, symbol;
         const char16_t* text;
-    } rows[] = {{66.25, kFraction, u"5′6 1/4″"},
-                {66.25, kBoth, u"5′–6 1/4″"},
-                {66, kPlain, u"5′6.00″"},
-                {66.25, kInches, u"66 1/4″"}};
+    } rows[] = {{2, 66.25, kInch, kFraction, u"5′6 1/4″"},
+                {2, 66.25, kInch, kBoth, u"5′–6 1/4″"},
+                {2, 66, kInch, kPlain, u"5′6.00″"},
+                {2, 66.25, kInch, kInches, u"66 1/4″"},
+                {2, 30.25, kDegree, kBearing, u"N 59°45′ E"},
+                {5, 30.25, kDegree, kBearing, u"N 59°45′0.0″ E"},
+                {2, 90, kDegree, kBearing, u"N"},
+                {2, 45.5, kDegree, kAngle, u"45°30′"},
+                {6, -45.51, kDegree, kAngle, u"-45°30′36.00″"}};
     for (const auto& row : rows) {
+        NumberSettings numbers;
+        ASSERT_EQ(numbers.SetNumberDecimalDigits(row.digits), ErrorCode::Success);
         const std::size_t size = std::u16string(row.text).size() + 1;
-        EXPECT_EQ(FormatWith(impl, row.inches, kInch, row.symbol, size), row.text);
+        EXPECT_EQ(FormatWith(numbers, row.value, row.unit, row.symbol, size), row.text);
         for (std::size_t less = 1; less < size; ++less) {
-            EXPECT_EQ(FormatWith(impl, row.inches, kInch, row.symbol, less), u"#1")
+            EXPECT_EQ(FormatWith(numbers, row.value, row.unit, row.symbol, less), u"#1")
                 << Narrow(row.text) << " in " << less;
         }
     }
+    const NumberSettings impl;
+    const IFormatSymbol* bearing = UnitCatalog::Instance().FindSymbol(kBearing, 0)->AsFormat();
     EXPECT_EQ(Pattern(kFraction)->Render(1.0, Dimensions{1}, nullptr, 16, impl).code,
               ErrorCode::Failure);
+    EXPECT_EQ(bearing->Render(0.0, Dimensions{}, nullptr, 16, impl).code, ErrorCode::Failure);
     EXPECT_EQ(FormatWith(impl, 1.0, kKilogram, kFraction), u"#4");  // a mass is no length
+    EXPECT_EQ(FormatWith(impl, 1.0, kMeter, kAngle), u"#4");
+    EXPECT_EQ(FormatWith(impl, 1.0, kMeter, kBearing), u"#4");
 }
 
 // The bare numbers of a symbol string: part 0 is the large number, any other
