@@ -398,6 +398,14 @@ constexpr struct {
     {u"5 m s⁻²", 0},
     {u"5 deg C/min", 0},
     {u"5 N m", 0},
+    // The letters of a bearing as units outside an angle: the newton, the
+    // watt; a blank in front of one is no product.
+    {u"5 N", kNewton},
+    {u"5 N/kg", kMeterPerSecondSquared},
+    {u"5 W·s/m", kNewton},
+    {u"5 N²/N", kNewton},
+    {u"5 kg N", 0},
+    {u"5 kg N/kg", 0},
     {u"5 m N", 0},
     {u"5 m E", 0},
     {u"5 d", 0},
