@@ -15,9 +15,6 @@ namespace Mensura {
 
 namespace {
 
-// 90 degrees in seconds of arc: the most that a bearing may turn.
-constexpr double kQuarterTurn = 324000.0;
-
 bool IsAngle(const Dimensions& dimensions) {
     return SameDimensions(dimensions, Dimensions{});
 }
@@ -124,13 +121,9 @@ ErrorCode BearingEndSymbol::Evaluate(SymbolList& list, SymbolList::iterator& pos
     if (first != list.begin() || number == nullptr) return ErrorCode::ParseFailure;
     // A bearing needs its opening letter: "45° E" alone is refused.
     if (!opened) return ErrorCode::ParseFailure;
-    const double x = number->value;
-    if (x < 0.0 || x > kQuarterTurn) return ErrorCode::ParseFailure;
     double seconds = 0.0;
-    if (IsWest()) {
-        seconds = fromNorth ? x + kQuarterTurn : -kQuarterTurn - x;
-    } else {
-        seconds = fromNorth ? kQuarterTurn - x : x - kQuarterTurn;
+    if (!CompoundMarks::TurnBearing(number->value, fromNorth, IsWest(), seconds)) {
+        return ErrorCode::ParseFailure;
     }
     return CompoundMarks::Finish(list, position, seconds, kAngleSecond, dimensions);
 }
@@ -246,16 +239,10 @@ bool Read(TypedMarks::Layout& layout, const Dimensions& dimensions, double& valu
         !ReadAngleLine(tokens + 1, count - 2, true, marks, amount)) {
         return false;
     }
-    const double x = amount.value;
-    if (x < 0.0 || x > kQuarterTurn) return false;
-    const bool fromNorth = first == ParseKind::North;
     double seconds = 0.0;
-    if (last == ParseKind::West) {
-        seconds = fromNorth ? x + kQuarterTurn : -kQuarterTurn - x;
-    } else {
-        seconds = fromNorth ? kQuarterTurn - x : x - kQuarterTurn;
-    }
-    return CompoundMarks::AmountToBase(seconds, kAngleSecond, dimensions, value);
+    return CompoundMarks::TurnBearing(amount.value, first == ParseKind::North,
+                                      last == ParseKind::West, seconds) &&
+           CompoundMarks::AmountToBase(seconds, kAngleSecond, dimensions, value);
 }
 
 }  // namespace TypedAngles

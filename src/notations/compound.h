@@ -40,6 +40,20 @@ inline double Combine(double leading, bool negative, double rest) {
     return negative ? leading - rest : leading + rest;
 }
 
+// A bearing: `seconds` of arc turned from north or south toward east or
+// west, as seconds of arc anticlockwise from east, in `turned`. False when
+// they lie outside the quarter turn, the most that a bearing may turn.
+inline bool TurnBearing(double seconds, bool fromNorth, bool west, double& turned) {
+    constexpr double kQuarterTurn = 324000.0;  // 90 degrees in seconds of arc
+    if (seconds < 0.0 || seconds > kQuarterTurn) return false;
+    if (west) {
+        turned = fromNorth ? seconds + kQuarterTurn : -kQuarterTurn - seconds;
+    } else {
+        turned = fromNorth ? kQuarterTurn - seconds : seconds - kQuarterTurn;
+    }
+    return true;
+}
+
 // `amount` of `unit` in base units of `dimensions`: false when the unit's
 // exponents are not the target's.
 inline bool AmountToBase(double amount, int unit, const Dimensions& dimensions, double& base) {

@@ -6,7 +6,7 @@
 #include "base/ids.h"
 #include "base/number_flags.h"
 #include "notations/compound.h"
-#include "units/unit_table.h"
+#include "notations/feet_inches.h"
 
 namespace Mensura::EverydayForms {
 
@@ -187,15 +187,6 @@ ErrorCode ReadSum(SymbolList& list, const Dimensions& dimensions, double& value)
 
 namespace {
 
-// The value of `amount` of `unit` in base units of `dimensions`, as the
-// marks write their result: ParseFailure for other exponents.
-ErrorCode InBase(double amount, int unit, const Dimensions& dimensions, double& value) {
-    const UnitConverter* converter = UnitTable::Instance().FindConverter(unit);
-    return converter->DirectToBase(amount, value, dimensions) == ErrorCode::Success
-               ? ErrorCode::Success
-               : ErrorCode::ParseFailure;
-}
-
 bool IsMinus(const ScannedNumber& number) {
     return (number.flags & NumberFlags::MinusSign) != 0;
 }
@@ -228,36 +219,20 @@ ErrorCode ReadCompactBearing(bool north, const ScannedNumber* parts, int count, 
         seconds = Combine(degrees * 60.0, false, std::fabs(parts[1].value)) * 60.0;
         if (count == 3) seconds = Combine(seconds, false, std::fabs(parts[2].value));
     }
-    constexpr double kQuarterTurn = 324000.0;  // 90 degrees in seconds of arc
-    if (seconds < 0.0 || seconds > kQuarterTurn) return ErrorCode::ParseFailure;
     double turned = 0.0;
-    if (west) {
-        turned = north ? seconds + kQuarterTurn : -kQuarterTurn - seconds;
-    } else {
-        turned = north ? kQuarterTurn - seconds : seconds - kQuarterTurn;
-    }
-    return InBase(turned, kAngleSecond, dimensions, value);
+    return CompoundMarks::TurnBearing(seconds, north, west, turned) &&
+                   CompoundMarks::AmountToBase(turned, kAngleSecond, dimensions, value)
+               ? ErrorCode::Success
+               : ErrorCode::ParseFailure;
 }
 
 ErrorCode ReadFractionBeforeDoublePrime(const ScannedNumber* large, const ScannedNumber* whole,
                                         int numerator, int denominator,
                                         const Dimensions& dimensions, double& value) {
     // What the marks mean for the target: inches and feet for a length,
-    // seconds and minutes of time or of arc. Only the group of lengths has
-    // the inch's exponents, and only that of times the second's.
-    const UnitTable& table = UnitTable::Instance();
-    double multiplier = 60.0;
-    const UnitConverter* small = table.FindConverter(kAngleSecond);
-    if (const UnitConverter* inch = table.FindConverter(kInch);
-        SameDimensions(dimensions, inch->GetDimensions())) {
-        multiplier = 12.0;
-        small = inch;
-    } else if (const UnitConverter* second = table.FindConverter(kSecond);
-               SameDimensions(dimensions, second->GetDimensions())) {
-        small = second;
-    } else if (!SameDimensions(dimensions, Dimensions{})) {
-        return ErrorCode::ParseFailure;
-    }
+    // seconds and minutes of time or of arc.
+    Marks marks;
+    if (!Marks::For(dimensions, marks)) return ErrorCode::ParseFailure;
     using CompoundMarks::Combine;
     const double n = numerator;
     const double d = denominator;
@@ -267,13 +242,13 @@ ErrorCode ReadFractionBeforeDoublePrime(const ScannedNumber* large, const Scanne
         // double prime adds the rest with its sign.
         const double rest =
             whole != nullptr ? std::fabs(whole->value) + std::fabs(n) / d : std::fabs(n) / d;
-        total = Combine(large->value * multiplier, IsMinus(*large), rest);
+        total = Combine(large->value * marks.multiplier, IsMinus(*large), rest);
     } else if (whole != nullptr) {
         total = Combine(whole->value, IsMinus(*whole), std::fabs(n) / d);
     } else {
         total = n / d;
     }
-    return small->DirectToBase(total, value, dimensions) == ErrorCode::Success
+    return CompoundMarks::AmountToBase(total, marks.small, dimensions, value)
                ? ErrorCode::Success
                : ErrorCode::ParseFailure;
 }
