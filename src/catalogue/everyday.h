@@ -1,8 +1,8 @@
 // The vocabulary of the everyday reading, built from everyday.inc on top of
 // the catalogue: the keys it adds (spelled words and plurals, SI prefixes,
 // the Greek mu, the product signs), the catalogue symbols whose meaning it
-// replaces, and the vulgar fractions. Built once, on the first everyday parse,
-// and read-only after that, like the catalogue.
+// replaces, and the vulgar fractions. Built once, when a formatter first turns
+// the everyday reading on, and read-only after that, like the catalogue.
 #ifndef MENSURA_CATALOGUE_EVERYDAY_H
 #define MENSURA_CATALOGUE_EVERYDAY_H
 
