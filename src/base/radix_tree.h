@@ -1,6 +1,9 @@
-// A path-compressed character tree from 16-bit text to a value: the one
-// text-keyed structure of the library. One walk finds the longest key that
-// begins a text, which is how a scanner tells "m" from "mm" from "m²".
+// A path-compressed character tree from 16-bit text to a value, for keys
+// that change at run time: the number settings' tokens, the caller's symbol
+// strings, the everyday words. One walk finds the longest key that begins a
+// text, which is how a scanner tells "m" from "mm" from "m²". The parse
+// dictionary, whose keys the build knows, is a double array instead
+// (double_array.h).
 //
 // Layout: the tree keeps everything in three pools of its own, so that
 // thousands of keys take a few allocations rather than a few a key.
@@ -23,9 +26,8 @@
 // Compact builds the tree anew without them.
 // The pools take their memory from the heap, or from a memory resource of the
 // tree's owner: a structure built once can hold the tree in its own blocks.
-// The pools' layout and the lookup live apart from the tree (RadixLayout), so
-// that a RadixTreeView finds keys in pools that a build wrote out as constant
-// arrays, the same way and as fast as the tree that it wrote them from.
+// The pools' layout and the lookup over them stand apart from the tree's
+// changes (RadixLayout).
 #ifndef MENSURA_BASE_RADIX_TREE_H
 #define MENSURA_BASE_RADIX_TREE_H
 
@@ -42,8 +44,7 @@
 
 namespace Mensura {
 
-// The layout of a tree's pools, shared by the tree that changes and by the
-// read-only view over pools that a build laid out as constant arrays.
+// The layout of a tree's pools, and what reads them.
 namespace RadixLayout {
 
 using Index = std::uint32_t;
@@ -213,28 +214,6 @@ std::vector<std::pair<std::u16string, Value>> Keys(const Pools<Value>& pools) {
 
 }  // namespace RadixLayout
 
-// A tree that never changes, over pools that stand elsewhere for as long as
-// the view is used: most often constant arrays that a build wrote out from
-// a RadixTree (RadixTree::Layout), so that a lookup finds what it would in
-// that tree.
-template <typename Value>
-class RadixTreeView {
-public:
-    constexpr explicit RadixTreeView(const RadixLayout::Pools<Value>& layout) : pools(layout) {}
-
-    Value FindLongest(const char16_t* text, std::size_t* matched) const {
-        return RadixLayout::Find<false>(pools, text, matched, 0);
-    }
-    Value FindLongest(const char16_t* text, std::size_t* matched, std::size_t limit) const {
-        return RadixLayout::Find<true>(pools, text, matched, limit);
-    }
-    std::vector<std::pair<std::u16string, Value>> Keys() const { return RadixLayout::Keys(pools); }
-    const RadixLayout::Pools<Value>& Layout() const { return pools; }
-
-private:
-    RadixLayout::Pools<Value> pools;
-};
-
 // Keys are null-terminated 16-bit texts, compared unit by unit with no case
 // folding; the empty text is a key like any other and lives on the root.
 // Value is a pointer or a small integer code. Its default (null, 0) means
@@ -328,8 +307,7 @@ public:
         return RadixLayout::Find<true>(Layout(), text, matched, limit);
     }
 
-    // Where the pools stand as they are: what a build writes out as constant
-    // arrays for a RadixTreeView. Good until the tree changes.
+    // Where the pools stand as they are. Good until the tree changes.
     RadixLayout::Pools<Value> Layout() const {
         return {&root,
                 rootChildren.data(),

@@ -114,29 +114,7 @@ constexpr std::size_t CountReplacing() {
 //
 // The number of the reader that holds exactly `key` in the catalogue, or 0.
 constexpr std::uint16_t CatalogueReader(std::u16string_view key) {
-    using RadixLayout::Form;
-    const RadixLayout::Node<std::uint16_t>* node = &DictionaryLayout::kRoot;
-    std::size_t at = 0;
-    for (;;) {
-        if (at == key.size()) return node->value;
-        if (node->form == Form::Branch) {
-            const RadixLayout::Edge* edge = DictionaryLayout::kEdges + node->first;
-            const RadixLayout::Edge* const end = edge + node->count;
-            while (edge != end && edge->unit != key[at]) ++edge;
-            if (edge == end) return 0;
-            node = DictionaryLayout::kNodes + edge->child;
-            ++at;
-        } else if (node->form == Form::Run) {
-            for (RadixLayout::Index n = 0; n < node->count; ++n, ++at) {
-                if (at == key.size() || DictionaryLayout::kUnits[node->first + n] != key[at]) {
-                    return 0;
-                }
-            }
-            node = DictionaryLayout::kNodes + node->link;
-        } else {
-            return 0;
-        }
-    }
+    return DoubleArray::Exact(DictionaryLayout::kLayout, key.data(), key.size());
 }
 
 constexpr bool InCatalogue(std::u16string_view key) {
@@ -145,12 +123,11 @@ constexpr bool InCatalogue(std::u16string_view key) {
 
 // Whether a key of the catalogue goes on behind the unit that begins it.
 constexpr bool KeyGoesOnBehind(char16_t unit) {
-    using RadixLayout::Form;
-    const RadixLayout::Node<std::uint16_t>& root = DictionaryLayout::kRoot;
-    const RadixLayout::Edge* edge = DictionaryLayout::kEdges + root.first;
-    const RadixLayout::Edge* const end = edge + root.count;
-    while (edge != end && edge->unit != unit) ++edge;
-    return edge != end && DictionaryLayout::kNodes[edge->child].form != Form::Leaf;
+    const DoubleArray::Layout& layout = DictionaryLayout::kLayout;
+    const std::uint16_t code = layout.codes[unit];
+    if (code == 0) return false;
+    const std::uint32_t at = layout.slots[0].base + code;
+    return layout.slots[at].parent == 0 && layout.slots[at].base != 0;
 }
 
 // Writes texts into an array; without one, counts their units.

@@ -33,6 +33,9 @@ using namespace DictionaryKeys;
 // lists give now.
 static_assert(DictionaryLayout::kDigest == Digest() && DictionaryLayout::kReaders == kReaders,
               "the laid-out dictionary is out of step with the vocabularies");
+// Its lookups test no bound: the layout is checked once, here.
+static_assert(DoubleArray::Sound(DictionaryLayout::kLayout),
+              "the laid-out dictionary would let a lookup leave it");
 
 namespace {
 
@@ -101,7 +104,7 @@ public:
         StartLanguage(0);
         StartLanguage(1);
         MakeSymbols();
-        catalog.dictionary = ParseDictionary(DictionaryLayout::kPools, readers);
+        catalog.dictionary = ParseDictionary(DictionaryLayout::kLayout, readers);
     }
 
 private:

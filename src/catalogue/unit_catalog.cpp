@@ -1,8 +1,12 @@
 #include "catalogue/unit_catalog.h"
 
 #include <algorithm>
+#include <array>
 
 #include "notations/format_symbol.h"
+
+// The pools of the dictionary, written by mensura_generate_dictionary.
+#include "catalogue/dictionary_layout.inc"
 
 namespace Mensura {
 
@@ -33,31 +37,30 @@ UnitCatalog::~UnitCatalog() {
 
 namespace {
 
-// The pools of a tree without a key: a root that is a leaf without a value.
-constexpr RadixLayout::Node<std::uint16_t> kNoKeyRoot{};
-constexpr RadixLayout::Pools<std::uint16_t> kNoKeys{&kNoKeyRoot, nullptr, nullptr, 0,       nullptr,
-                                                    0,           nullptr, 0,       nullptr, 0};
+// A layout without a key, over the codes of the laid-out dictionary: a
+// root without a value, and room for every code behind it, all free.
+constexpr std::array<DoubleArray::Slot, DictionaryLayout::kLayout.codeCount + 1> NoKeySlots() {
+    std::array<DoubleArray::Slot, DictionaryLayout::kLayout.codeCount + 1> slots{};
+    for (DoubleArray::Slot& slot : slots) slot = {0, DoubleArray::kNoParent, 0};
+    return slots;
+}
+constexpr auto kNoKeySlots = NoKeySlots();
+constexpr DoubleArray::Layout kNoKeys{
+    kNoKeySlots.data(), kNoKeySlots.size(), DictionaryLayout::kLayout.codes,
+    DictionaryLayout::kLayout.units, DictionaryLayout::kLayout.codeCount};
 const IParseSymbol* const kNoReaders[1] = {nullptr};
 
 }  // namespace
 
-ParseDictionary::ParseDictionary() : tree(kNoKeys), readers(kNoReaders) {}
+ParseDictionary::ParseDictionary() : layout(kNoKeys), readers(kNoReaders) {}
 
-ParseDictionary::ParseDictionary(const RadixLayout::Pools<std::uint16_t>& pools,
+ParseDictionary::ParseDictionary(const DoubleArray::Layout& keys,
                                  const IParseSymbol* const* symbolReaders)
-    : tree(pools), readers(symbolReaders) {
-    if (pools.root->form != RadixLayout::Form::Branch) return;
-    for (std::size_t slot = 0; slot < alone.size(); ++slot) {
-        const RadixLayout::Index child = pools.rootChildren[slot];
-        if (child == 0) continue;
-        const RadixLayout::Node<std::uint16_t>& node = pools.nodes[child];
-        if (node.form == RadixLayout::Form::Leaf) alone[slot] = node.value;
-    }
-}
+    : layout(keys), readers(symbolReaders) {}
 
 std::vector<std::pair<std::u16string, const IParseSymbol*>> ParseDictionary::Keys() const {
     std::vector<std::pair<std::u16string, const IParseSymbol*>> keys;
-    const auto numbered = tree.Keys();
+    const auto numbered = DoubleArray::Keys(layout);
     keys.reserve(numbered.size());
     for (const auto& [key, reader] : numbered) keys.emplace_back(key, readers[reader]);
     return keys;

@@ -15,7 +15,7 @@
 #include <vector>
 
 #include "base/arena.h"
-#include "base/radix_tree.h"
+#include "base/double_array.h"
 #include "mensura/mensura.hpp"
 #include "units/unit_table.h"
 
@@ -26,47 +26,39 @@ class IParseSymbol;
 class IFormatSymbol;
 
 // Every key of every language and every operator, to the symbol that reads
-// it. The build lays the tree out with a number for each reader as its
-// values (catalogue/dictionary_keys.h); the load makes the readers and hands
-// their table, by number, to the dictionary.
+// it. The build lays the keys out as a double array with a number for each
+// reader as its values (catalogue/dictionary_keys.h); the load makes the
+// readers and hands their table, by number, to the dictionary.
 class ParseDictionary {
 public:
     // A dictionary without a key.
     ParseDictionary();
     // readers[0] is null; readers[n] the reader of number n, for every
-    // number that the pools hold.
-    ParseDictionary(const RadixLayout::Pools<std::uint16_t>& pools,
-                    const IParseSymbol* const* readers);
+    // number that the layout holds, which must be sound (DoubleArray::Sound).
+    ParseDictionary(const DoubleArray::Layout& layout, const IParseSymbol* const* readers);
 
-    // The symbol of the longest key that begins text, as RadixTree::FindLongest.
+    // The symbol of the longest key that begins text, or null when none
+    // does or text is null; *matched, when matched is not null, receives the
+    // key's length in units, and is written only when a key is found.
+    // Allocates nothing.
     const IParseSymbol* FindLongest(const char16_t* text, std::size_t* matched) const {
-        // A key of one unit that no longer key continues needs no walk:
-        // the operators between the units of a text are such keys.
-        if (text != nullptr) {
-            const int slot = RadixLayout::RootSlot(*text);
-            if (slot >= 0 && alone[slot] != 0) {
-                if (matched != nullptr) *matched = 1;
-                return readers[alone[slot]];
-            }
-        }
-        return readers[tree.FindLongest(text, matched)];
+        return readers[DoubleArray::Find<false>(layout, text, matched, 0)];
     }
+    // The same, looking at no key longer than `limit` units.
     const IParseSymbol* FindLongest(const char16_t* text, std::size_t* matched,
                                     std::size_t limit) const {
-        return readers[tree.FindLongest(text, matched, limit)];
+        return readers[DoubleArray::Find<true>(layout, text, matched, limit)];
     }
-    // Every key with its symbol, depth first: a key before the keys it begins.
+    // Every key with its symbol, depth first, the keys that a key begins in
+    // the order of their next unit: a key before the keys it begins.
     std::vector<std::pair<std::u16string, const IParseSymbol*>> Keys() const;
-    // The symbol of a reader number that the pools hold: what a lookup of
+    // The symbol of a reader number that the layout holds: what a lookup of
     // a key whose value is that number finds. Null for 0.
     const IParseSymbol* Reader(std::size_t number) const { return readers[number]; }
 
 private:
-    RadixTreeView<std::uint16_t> tree;
+    DoubleArray::Layout layout;
     const IParseSymbol* const* readers;
-    // By the root's table: the reader of a key of that one unit which no
-    // longer key continues, else 0.
-    std::array<std::uint16_t, RadixLayout::kRootSlots> alone{};
 };
 
 class UnitCatalog {

@@ -231,50 +231,5 @@ TEST(RadixTree, WideBranchIndexAgreesWithBruteForce) {
     }
 }
 
-// A view over copies of a tree's pools, as a build writes them out, finds
-// what the tree finds, bounded or not, and lists the same keys: also past
-// erasures, released nodes and the index of the wide branches.
-TEST(RadixTreeView, OverCopiedPoolsAgreesWithTheTree) {
-    const std::vector<std::u16string> probes = Probes(u"abcdefghijkl\u00B2\u2032\u4E00", 3);
-    std::mt19937 random(5);
-    RadixTree<std::uint16_t> tree;
-    for (int step = 0; step < 1500; ++step) {
-        const std::u16string key = probes[random() % probes.size()];
-        if (random() % 4 != 0) {
-            tree.InsertOrAssign(key.c_str(), static_cast<std::uint16_t>(1 + random() % 500));
-        } else {
-            tree.Erase(key.c_str());
-        }
-    }
-    tree.IndexWideBranches();
-    const RadixLayout::Pools<std::uint16_t> pools = tree.Layout();
-    const RadixLayout::Node<std::uint16_t> root = *pools.root;
-    const std::vector<RadixLayout::Index> rootChildren(
-        pools.rootChildren, pools.rootChildren + RadixLayout::kRootSlots);
-    const std::vector<RadixLayout::Node<std::uint16_t>> nodes(pools.nodes,
-                                                              pools.nodes + pools.nodeCount);
-    const std::u16string units(pools.units, pools.unitCount);
-    const std::vector<RadixLayout::Edge> edges(pools.edges, pools.edges + pools.edgeCount);
-    const std::vector<RadixLayout::Index> wide(pools.wideChildren,
-                                               pools.wideChildren + pools.wideCount);
-    ASSERT_FALSE(wide.empty());
-    const RadixTreeView<std::uint16_t> view({&root, rootChildren.data(), nodes.data(), nodes.size(),
-                                             units.data(), units.size(), edges.data(), edges.size(),
-                                             wide.data(), wide.size()});
-    EXPECT_EQ(view.Keys(), tree.Keys());
-    for (const auto& probe : probes) {
-        const std::u16string text = probe + u"z";
-        for (std::size_t limit : {std::size_t{0}, std::size_t{2}, std::size_t{99}}) {
-            std::size_t inTree = 999, inView = 999;
-            EXPECT_EQ(view.FindLongest(text.c_str(), &inView, limit),
-                      tree.FindLongest(text.c_str(), &inTree, limit));
-            EXPECT_EQ(inView, inTree);
-        }
-        std::size_t inTree = 999, inView = 999;
-        EXPECT_EQ(view.FindLongest(text.c_str(), &inView), tree.FindLongest(text.c_str(), &inTree));
-        EXPECT_EQ(inView, inTree);
-    }
-}
-
 }  // namespace
 }  // namespace Mensura
