@@ -51,14 +51,8 @@ install(FILES ${PROJECT_SOURCE_DIR}/LICENSE ${PROJECT_SOURCE_DIR}/README.md
   DESTINATION ${CMAKE_INSTALL_DOCDIR} COMPONENT development)
 
 if(MENSURA_BUILD_CLI)
-  # The tool finds the library beside it, in ../lib, wherever the tree is
-  # installed, unless that is a folder the system searches anyway.
-  set(MENSURA_SYSTEM_LIBDIRS ${CMAKE_PLATFORM_IMPLICIT_LINK_DIRECTORIES}
-                             ${CMAKE_CXX_IMPLICIT_LINK_DIRECTORIES})
-  if(NOT CMAKE_INSTALL_FULL_LIBDIR IN_LIST MENSURA_SYSTEM_LIBDIRS)
-    file(RELATIVE_PATH MENSURA_BIN_TO_LIB ${CMAKE_INSTALL_FULL_BINDIR} ${CMAKE_INSTALL_FULL_LIBDIR})
-    set_target_properties(mensura_cli PROPERTIES INSTALL_RPATH "$ORIGIN/${MENSURA_BIN_TO_LIB}")
-  endif()
+  # The tool holds the library's code itself (mensura_archive): it needs
+  # no library of this tree at run time.
   install(TARGETS mensura_cli RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR} COMPONENT tools)
   install(FILES ${PROJECT_SOURCE_DIR}/docs/mensura.1
     DESTINATION ${CMAKE_INSTALL_MANDIR}/man1 COMPONENT tools)

@@ -25,7 +25,6 @@ if(MENSURA_BUILD_CLI)
   list(APPEND CPACK_COMPONENTS_ALL tools)
 endif()
 set(CPACK_COMPONENT_DEVELOPMENT_DEPENDS runtime)
-set(CPACK_COMPONENT_TOOLS_DEPENDS runtime)
 
 set(CPACK_DEB_COMPONENT_INSTALL ON)
 set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
@@ -70,7 +69,6 @@ Mensura::mensura) and the pkg-config file mensura.pc.")
 
 set(CPACK_DEBIAN_TOOLS_PACKAGE_NAME mensura-tools)
 set(CPACK_DEBIAN_TOOLS_PACKAGE_SECTION utils)
-set(CPACK_DEBIAN_TOOLS_PACKAGE_DEPENDS "${MENSURA_RUNTIME_PACKAGE} (>= ${PROJECT_VERSION})")
 set(CPACK_DEBIAN_TOOLS_DESCRIPTION
     "physical quantities: conversion, formatting and parsing (command-line tool)
 Mensura gives engineering applications one vocabulary for physical

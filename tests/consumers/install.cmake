@@ -87,7 +87,7 @@ foreach(root ${STAGE}/prefix ${STAGE}/destdir/opt/mensura)
 endforeach()
 
 if(WITH_TOOL)
-  # The tool finds the library of its own tree.
+  # The installed tool runs wherever its tree stands.
   execute_process(COMMAND ${STAGE}/destdir/opt/mensura/bin/mensura convert 1 ft in
     RESULT_VARIABLE result OUTPUT_VARIABLE output ERROR_VARIABLE error)
   if(NOT result EQUAL 0 OR NOT output STREQUAL "12\n")

@@ -36,7 +36,7 @@ set(packages
   "libmensura-dev|libdevel|${runtime} \\(= ${VERSION}\\)|usr/${LIBDIR}/libmensura.so,usr/include/mensura/mensura.hpp,usr/include/mensura/mensura.h,usr/include/mensura/ids.h,usr/include/mensura/export.h,usr/${LIBDIR}/cmake/Mensura/MensuraConfig.cmake,usr/${LIBDIR}/cmake/Mensura/MensuraConfigVersion.cmake,usr/${LIBDIR}/cmake/Mensura/MensuraTargets.cmake,usr/${LIBDIR}/pkgconfig/mensura.pc,usr/share/doc/libmensura-dev/README.md")
 if(WITH_TOOL)
   list(APPEND packages
-    "mensura-tools|utils|${runtime} \\(>= ${VERSION}\\)|usr/bin/mensura,usr/share/man/man1/mensura.1.gz")
+    "mensura-tools|utils|libc6|usr/bin/mensura,usr/share/man/man1/mensura.1.gz")
 endif()
 
 set(debs)
