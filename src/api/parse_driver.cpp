@@ -69,17 +69,20 @@ std::size_t CutBeforeExponent(const char16_t* key, std::size_t length,
 const IParseSymbol* FindAnyKey(const char16_t* cursor, const char16_t*& fence, std::size_t& matched,
                                const EverydayVocabulary* everyday, bool forms, bool us) {
     const ParseDictionary& dictionary = UnitCatalog::Instance().Dictionary();
+    const IParseSymbol* const* readers =
+        everyday != nullptr ? everyday->Readers(us) : dictionary.Readers();
     for (;;) {
         const bool fenced = fence != nullptr && cursor < fence;
         const std::size_t limit =
             fenced ? static_cast<std::size_t>(fence - cursor) : static_cast<std::size_t>(-1);
-        const IParseSymbol* symbol = fenced ? dictionary.FindLongest(cursor, &matched, limit)
-                                            : dictionary.FindLongest(cursor, &matched);
+        const IParseSymbol* symbol = fenced
+                                         ? dictionary.FindLongest(cursor, &matched, limit, readers)
+                                         : dictionary.FindLongest(cursor, &matched, readers);
         if (forms) {
             std::size_t longer = 0;
             const IParseSymbol* word = everyday->FindLongest(cursor, &longer, limit, us);
             if (word != nullptr && (symbol == nullptr || longer > matched)) {
-                symbol = word;
+                symbol = everyday->Substitute(word, us);
                 matched = longer;
             }
         }
@@ -90,19 +93,20 @@ const IParseSymbol* FindAnyKey(const char16_t* cursor, const char16_t*& fence, s
                 continue;
             }
         }
-        return everyday != nullptr ? everyday->Substitute(symbol, us) : symbol;
+        return symbol;
     }
 }
 
-// FindAnyKey, with its commonest case here: the catalogue's keys alone and
-// no fence ahead.
+// FindAnyKey, with its commonest case here: the dictionary's keys alone, read
+// through `readers` (the catalogue's, or the everyday vocabulary's for the
+// locale), and no fence ahead.
 inline const IParseSymbol* FindKey(const char16_t* cursor, const char16_t*& fence,
-                                   std::size_t& matched, const EverydayVocabulary* everyday,
-                                   bool forms, bool us) {
+                                   std::size_t& matched, const IParseSymbol* const* readers,
+                                   const EverydayVocabulary* everyday, bool forms, bool us) {
     if (fence != nullptr && cursor >= fence) fence = nullptr;
     if (fence != nullptr || forms) return FindAnyKey(cursor, fence, matched, everyday, forms, us);
     const ParseDictionary& dictionary = UnitCatalog::Instance().Dictionary();
-    const IParseSymbol* symbol = dictionary.FindLongest(cursor, &matched);
+    const IParseSymbol* symbol = dictionary.FindLongest(cursor, &matched, readers);
     if (symbol == nullptr) return nullptr;
     if (MayCut(cursor, matched)) {
         if (const std::size_t cut = CutBeforeExponent(cursor, matched, dictionary)) {
@@ -110,7 +114,7 @@ inline const IParseSymbol* FindKey(const char16_t* cursor, const char16_t*& fenc
             return FindAnyKey(cursor, fence, matched, everyday, false, us);
         }
     }
-    return everyday != nullptr ? everyday->Substitute(symbol, us) : symbol;
+    return symbol;
 }
 
 }  // namespace
@@ -295,6 +299,9 @@ bool FormatterImpl::ReadNumberAndUnit(const char16_t* cursor, double number, dou
     enum class Last { Nothing, Operand, Power, Operator, Caret };
     const bool us = localeId == kEnglish;
     const bool commonSigns = everyday != nullptr;
+    const IParseSymbol* const* readers = everyday != nullptr
+                                             ? everyday->Readers(us)
+                                             : UnitCatalog::Instance().Dictionary().Readers();
     const char16_t* fence = nullptr;
 
     Last last = Last::Nothing;
@@ -362,13 +369,11 @@ bool FormatterImpl::ReadNumberAndUnit(const char16_t* cursor, double number, dou
             continue;
         }
         std::size_t matched = 0;
-        const IParseSymbol* symbol = FindKey(cursor, fence, matched, nullptr, false, us);
+        const IParseSymbol* symbol = FindKey(cursor, fence, matched, readers, everyday, false, us);
         if (symbol == nullptr) return leave();
+        // Only units have everyday meanings, and a meaning is a unit again:
+        // the kind is the catalogue symbol's.
         const ParseKind kind = symbol->Kind();
-        // Only units have everyday meanings, and a meaning is a unit again.
-        if (kind == ParseKind::Operand && everyday != nullptr) {
-            symbol = everyday->Substitute(symbol, us);
-        }
         token++->symbol = symbol;
         cursor += matched;
         if (kind == ParseKind::Space) {
@@ -448,6 +453,9 @@ ErrorCode FormatterImpl::Scan(const char16_t* text, const char16_t* cursor, cons
         }
     };
     const bool us = localeId == kEnglish;
+    const IParseSymbol* const* readers = everyday != nullptr
+                                             ? everyday->Readers(us)
+                                             : UnitCatalog::Instance().Dictionary().Readers();
     // Every place holds a number or a key of the dictionary: numbers first.
     while (*cursor != 0) {
         double number = 0.0;
@@ -475,7 +483,7 @@ ErrorCode FormatterImpl::Scan(const char16_t* text, const char16_t* cursor, cons
             }
         }
         std::size_t matched = 0;
-        const IParseSymbol* symbol = FindKey(cursor, fence, matched, everyday, forms, us);
+        const IParseSymbol* symbol = FindKey(cursor, fence, matched, readers, everyday, forms, us);
         if (symbol == nullptr) {
             if (trace != nullptr) trace->failedAt = static_cast<std::size_t>(cursor - text);
             return ErrorCode::ParseFailure;

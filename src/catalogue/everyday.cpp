@@ -515,6 +515,15 @@ public:
             while (out.slots[slot] != nullptr) slot = (slot + 1) & out.slotMask;
             out.slots[slot] = &entry;
         }
+        const ParseDictionary& dictionary = catalog.Dictionary();
+        for (const bool us : {false, true}) {
+            auto& readers = out.readers[us ? 1 : 0];
+            readers.resize(DictionaryKeys::kReaders);
+            for (std::size_t number = 0; number < readers.size(); ++number) {
+                const IParseSymbol* reader = dictionary.Reader(number);
+                readers[number] = reader != nullptr ? out.Substitute(reader, us) : nullptr;
+            }
+        }
         out.words.IndexWideBranches();
         const IParseSymbol* blank = Known(u" ");
         if (!KeyGoesOnBehind(u' ') && !out.MayBeginWord(u' ') &&

@@ -55,6 +55,12 @@ public:
         }
     }
 
+    // The readers of the catalogue's dictionary by number, each replaced by
+    // its everyday meaning in the locale of the United States or another
+    // (Substitute): a lookup through them reads a key as this vocabulary
+    // does, without a second lookup (ParseDictionary::FindLongest).
+    const IParseSymbol* const* Readers(bool us) const { return readers[us ? 1 : 0].data(); }
+
     // The longest everyday key at text, no longer than limit: the symbol
     // that it reads as in the locale, or null.
     const IParseSymbol* FindLongest(const char16_t* text, std::size_t* matched, std::size_t limit,
@@ -131,6 +137,7 @@ private:
     // their count; null where none stands.
     std::vector<const Replaced*> slots;
     std::size_t slotMask = 0;
+    std::vector<const IParseSymbol*> readers[2];  // elsewhere, in the United States
     std::size_t SlotOf(const IParseSymbol* symbol) const {
         const auto address = reinterpret_cast<std::uintptr_t>(symbol);
         return static_cast<std::size_t>((address >> 3) * 0x9E3779B97F4A7C15u >> 32) & slotMask;

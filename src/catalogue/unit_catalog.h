@@ -49,6 +49,18 @@ public:
                                     std::size_t limit) const {
         return readers[DoubleArray::Find<true>(layout, text, matched, limit)];
     }
+    // The same two through another table of readers by number, such as the
+    // everyday vocabulary's (EverydayVocabulary::Readers).
+    const IParseSymbol* FindLongest(const char16_t* text, std::size_t* matched,
+                                    const IParseSymbol* const* table) const {
+        return table[DoubleArray::Find<false>(layout, text, matched, 0)];
+    }
+    const IParseSymbol* FindLongest(const char16_t* text, std::size_t* matched, std::size_t limit,
+                                    const IParseSymbol* const* table) const {
+        return table[DoubleArray::Find<true>(layout, text, matched, limit)];
+    }
+    // The table of readers by number that the lookups above read.
+    const IParseSymbol* const* Readers() const { return readers; }
     // Every key with its symbol, depth first, the keys that a key begins in
     // the order of their next unit: a key before the keys it begins.
     std::vector<std::pair<std::u16string, const IParseSymbol*>> Keys() const;
