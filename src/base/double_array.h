@@ -98,11 +98,26 @@ constexpr std::uint16_t Find(const Layout& layout, const char16_t* text, std::si
     // The pools in locals: the compiler need not load them anew at each step.
     const Slot* const slots = layout.slots;
     const std::uint16_t* const codes = layout.codes;
-    std::uint32_t state = 0;
-    Slot slot = slots[0];
-    std::uint16_t best = slot.value;
+    std::uint16_t best = slots[0].value;
     std::size_t bestCount = 0;
-    for (std::size_t count = 0; !(Bounded && count == limit);) {
+    // The first step: where no key begins with the unit, the empty key is
+    // all; a key of one unit that no longer key continues (the blank and the
+    // operators between units, every mark) ends the lookup at once.
+    std::uint32_t state = slots[0].base + codes[text[0]];
+    Slot slot = slots[state];
+    if ((Bounded && limit == 0) || slot.parent != 0) {
+        if (best != 0 && matched != nullptr) *matched = 0;
+        return best;
+    }
+    if (slot.value != 0) {
+        if (slot.base == 0) {
+            if (matched != nullptr) *matched = 1;
+            return slot.value;
+        }
+        best = slot.value;
+        bestCount = 1;
+    }
+    for (std::size_t count = 1; !(Bounded && count == limit);) {
         const std::uint32_t next = slot.base + codes[text[count]];
         const Slot child = slots[next];
         if (child.parent != state) break;
