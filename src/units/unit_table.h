@@ -104,8 +104,11 @@ public:
         }
         const std::size_t fromLow = LowField(from), toLow = LowField(to);
         const std::size_t fromGroup = GroupField(from), toGroup = GroupField(to);
-        if (__builtin_expect(fromLow > entryLimit[fromGroup] || toLow > entryLimit[toGroup], 0))
-            return ErrorCode::UnitMismatch;
+        // Both bounds in one test: limits and low fields are far below
+        // 2^63, so a low field past its limit makes its difference negative.
+        const auto outside = static_cast<std::int64_t>((entryLimit[fromGroup] - fromLow) |
+                                                       (entryLimit[toGroup] - toLow));
+        if (__builtin_expect(outside < 0, 0)) return ErrorCode::UnitMismatch;
         const std::size_t source = entryBase[fromGroup] + fromLow;
         const std::size_t target = entryBase[toGroup] + toLow;
         const std::uint32_t keys = entries.into[source] ^ entries.outOf[target];
