@@ -131,7 +131,10 @@ double Converter::Factor() const {
     return Factor(m_from, m_to);
 }
 
-ErrorCode Converter::Convert(double value, int from, double& out, int to) {
+// The call that conversions make most, on a line of the instruction cache of
+// its own: its path then starts no second line halfway.
+__attribute__((aligned(64))) ErrorCode Converter::Convert(double value, int from, double& out,
+                                                          int to) {
     return UnitTable::Instance().Convert(value, from, out, to);
 }
 

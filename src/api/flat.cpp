@@ -50,7 +50,8 @@ int ApplySymbolStringSetting(MensuraFormatter* formatter, int selector, int symb
 }  // namespace
 
 extern "C" {
-int Convert(double value, int from, double* out, int to) {
+// On a line of the instruction cache of its own, as Converter::Convert.
+__attribute__((aligned(64))) int Convert(double value, int from, double* out, int to) {
     if (__builtin_expect(out == nullptr, 0)) return static_cast<int>(ErrorCode::Failure);
     return static_cast<int>(Mensura::UnitTable::Instance().Convert(value, from, *out, to));
 }

@@ -20,9 +20,6 @@ class ConversionTableBuilder {
 public:
     static constexpr std::size_t Bytes();
     static void Fill(UnitTable& table);
-
-private:
-    static void FillEntries(UnitTable& table);
 };
 
 namespace {
@@ -309,32 +306,52 @@ void ConversionTableBuilder::Fill(UnitTable& table) {
     // in the order of the table.
     for (const GroupLine& group : kGroups)
         table.dimensionIndex.Register(group.exponents, group.group << 12);
-    FillEntries(table);
 }
 
-void ConversionTableBuilder::FillEntries(UnitTable& table) {
-    ConversionEntries& entries = table.entries;
-    std::size_t place = 0;
-    for (std::size_t group = 0; group < table.entryBase.size(); ++group) {
-        const bool known = group >= 1 && group <= kGroupCount;
-        const std::size_t first = known ? kStarts.first[group - 1] : 0;
-        const std::size_t count = known ? kStarts.first[group] - first : 0;
-        table.SetRun(group, place, count);
+namespace {
+
+// A group with kRun types or more does not fit its run of entries: the
+// compiler stops at this call.
+inline void GroupOutgrowsItsRun() {}
+
+// Every run in turn, group by group: places of no unit, then the group's
+// types from place 1 of its run. The groups are numbered from 1 without a
+// gap, so that group g has run g.
+constexpr ConversionEntries BuildEntries() {
+    using Entries = ConversionEntries;
+    static_assert(Entries::kRuns == kGroupCount + 1, "a group number without its run");
+    Entries entries{};
+    for (std::size_t place = 0; place < Entries::kPlaces; ++place) {
         entries.factor[place] = 1.0;
         entries.offset[place] = 0.0;
-        entries.into[place] = ConversionEntries::kNoUnitInto;
-        entries.outOf[place] = ConversionEntries::kNoUnitOutOf;
-        ++place;
-        for (std::size_t type = 0; type < count; ++type, ++place) {
-            const Built& built = kBuilt.types[first + type];
+        entries.into[place] = Entries::kNoUnitInto;
+        entries.outOf[place] = Entries::kNoUnitOutOf;
+    }
+    for (std::size_t field = 0; field < entries.runs.size(); ++field) {
+        const bool known = field >= 1 && field <= kGroupCount;
+        entries.runs[field] = known ? static_cast<std::uint32_t>(field * Entries::kRun) : 0;
+    }
+    for (std::size_t group = 1; group <= kGroupCount; ++group) {
+        const std::size_t first = kStarts.first[group - 1];
+        const std::size_t count = kStarts.first[group] - first;
+        if (count >= Entries::kRun) GroupOutgrowsItsRun();
+        for (std::size_t type = 1; type <= count; ++type) {
+            const Built& built = kBuilt.types[first + type - 1];
+            const std::size_t place = group * Entries::kRun + type;
             const std::uint32_t key = built.entryKey << 2;
             entries.factor[place] = built.factor;
             entries.offset[place] = built.linear ? built.offset : 0.0;
-            entries.into[place] = key | (built.linear ? ConversionEntries::kOffsetInto : 0);
-            entries.outOf[place] = key | (built.linear ? ConversionEntries::kOffsetOutOf : 0);
+            entries.into[place] = key | (built.linear ? Entries::kOffsetInto : 0);
+            entries.outOf[place] = key | (built.linear ? Entries::kOffsetOutOf : 0);
         }
     }
+    return entries;
 }
+
+}  // namespace
+
+// Worked out by the compiler: a constant of the library's image.
+constexpr ConversionEntries UnitTable::s_entries = BuildEntries();
 
 void FillConversionTable(UnitTable& table) {
     ConversionTableBuilder::Fill(table);

@@ -13,18 +13,8 @@ UnitTable::UnitTable() : arena(room, kRoomBytes), converters(arena.Resource()) {
 UnitTable::~UnitTable() {
     // The converters go before the memory that holds them.
     converterIndex.fill(GroupSlots{});
-    // A conversion after this refuses every unit, as FindConverter does.
-    for (std::size_t group = 0; group < entryBase.size(); ++group) SetRun(group, 0, 0);
     converters.clear();
     dimensionIndex.Clear();
-}
-
-void UnitTable::SetRun(std::size_t group, std::size_t zero, std::size_t count) {
-    // Unsigned arithmetic: the base may wrap around, the sum with the low
-    // field of an id of the group does not.
-    const std::size_t high = (group & 0xF) << 12;
-    entryBase[group] = zero - high;
-    entryLimit[group] = high + count;
 }
 
 std::size_t UnitTable::ListUnitTypes(int group, int* ids) const {

@@ -23,9 +23,18 @@
 namespace Mensura {
 
 namespace ConversionTableSize {
-// The number of unit types that conversion_table.inc lists.
+// The number of unit types that conversion_table.inc lists, and of groups.
 inline constexpr std::size_t kTypes = 0
 #define GROUP(group, types, ...) +(types)
+#define UNIT(...)
+#define EQ(factor)
+#include "units/conversion_table.inc"
+#undef GROUP
+#undef UNIT
+#undef EQ
+    ;
+inline constexpr std::size_t kGroups = 0
+#define GROUP(group, types, ...) +1
 #define UNIT(...)
 #define EQ(factor)
 #include "units/conversion_table.inc"
@@ -40,10 +49,20 @@ inline constexpr std::size_t kTypes = 0
 // each unit tells whether both are plain scales with the same exponents. The
 // fields are in arrays of their own, so that a place reads each with a
 // scaled index and no shift.
+//
+// The entries are constants that the compiler works out. Every group has a
+// run of kRun places, a place for every value of the type field below kRun:
+// its types' places, and places of no unit for type 0 and past its last
+// type. Run 0 holds no unit at all, for every value of the group field that
+// names no group. An id thus finds its place with no bound of its own group:
+// a type field below kRun is a test of the id's bits, and `runs` gives the
+// group's first place.
 struct ConversionEntries {
-    // A place for every unit type, and one of no unit for every value of the
-    // group field, which its type field 0 finds.
-    static constexpr std::size_t kPlaces = 256 + ConversionTableSize::kTypes;
+    static constexpr std::size_t kRun = 128;
+    static constexpr std::size_t kRuns = ConversionTableSize::kGroups + 1;
+    static constexpr std::size_t kPlaces = kRuns * kRun;
+    // The bits of a type field of kRun or more.
+    static constexpr std::uint32_t kPastRun = 0xFFF & ~static_cast<std::uint32_t>(kRun - 1);
 
     // Both keys are the number of the unit's exponents times four, with a
     // mark in the low two bits for a scale with an offset: 1 in `into` and 2
@@ -63,6 +82,8 @@ struct ConversionEntries {
     std::array<std::uint32_t, kPlaces> into;
     std::array<std::uint32_t, kPlaces> outOf;
     std::array<double, kPlaces> offset;  // a temperature scale's; 0 for a plain scale
+    // By the value of the group field: the first place of the group's run.
+    std::array<std::uint32_t, 256> runs;
 
     bool IsUnit(std::size_t place) const { return into[place] != kNoUnitInto; }
     // The value in base units, as the converter computes it.
@@ -102,15 +123,16 @@ public:
             out = value;
             return ErrorCode::Success;
         }
-        const std::size_t fromLow = LowField(from), toLow = LowField(to);
-        const std::size_t fromGroup = GroupField(from), toGroup = GroupField(to);
-        // Both bounds in one test: limits and low fields are far below
-        // 2^63, so a low field past its limit makes its difference negative.
-        const auto outside = static_cast<std::int64_t>((entryLimit[fromGroup] - fromLow) |
-                                                       (entryLimit[toGroup] - toLow));
-        if (__builtin_expect(outside < 0, 0)) return ErrorCode::UnitMismatch;
-        const std::size_t source = entryBase[fromGroup] + fromLow;
-        const std::size_t target = entryBase[toGroup] + toLow;
+        // A type field past every run names no unit; below, the run of the
+        // group, or run 0, tells.
+        if (__builtin_expect(((static_cast<std::uint32_t>(from) | static_cast<std::uint32_t>(to)) &
+                              ConversionEntries::kPastRun) != 0,
+                             0)) {
+            return ErrorCode::UnitMismatch;
+        }
+        const ConversionEntries& entries = s_entries;
+        const std::size_t source = entries.runs[GroupField(from)] + TypeField(from);
+        const std::size_t target = entries.runs[GroupField(to)] + TypeField(to);
         const std::uint32_t keys = entries.into[source] ^ entries.outOf[target];
         if (__builtin_expect(keys == 0, 1)) {
             out = value * entries.factor[source] / entries.factor[target];
@@ -168,11 +190,12 @@ public:
 private:
     friend class ConversionTableBuilder;
 
-    // The group field of an id as it is, 0 included; and its type field with
-    // the low four bits of the group above it, one instruction where the
-    // type field alone takes two.
+    // The group field of an id as it is, 0 included; and its type field
+    // below kRun, where Convert has seen that it is.
     static std::size_t GroupField(int id) { return (static_cast<std::uint32_t>(id) >> 12) & 0xFF; }
-    static std::size_t LowField(int id) { return static_cast<std::uint16_t>(id); }
+    static std::size_t TypeField(int id) {
+        return static_cast<std::uint32_t>(id) & (ConversionEntries::kRun - 1);
+    }
 
     static UnitTable s_instance;
 
@@ -203,17 +226,10 @@ private:
     DimensionIndex dimensionIndex;
     std::array<GroupSlots, 256> converterIndex{};
 
-    // What a conversion by id reads: for every value of the group field in
-    // turn, a place of no unit for its type field 0, then one for each unit
-    // type of the group. A group's run starts at place `zero` and has
-    // `count` types; an id finds its place as entryBase[group] +
-    // LowField(id) when LowField(id) is at most entryLimit[group], so that
-    // neither the type field nor the place takes a step of its own.
-    void SetRun(std::size_t group, std::size_t zero, std::size_t count);
-    // FillEntries writes every place and every run.
-    ConversionEntries entries;
-    std::array<std::size_t, 256> entryBase;
-    std::array<std::size_t, 256> entryLimit;
+    // What a conversion by id reads, constants of the library's image
+    // (conversion_table.cpp): conversions by id stay right for as long as
+    // the image is loaded, the table's own life aside.
+    static const ConversionEntries s_entries;
 };
 
 }  // namespace Mensura
