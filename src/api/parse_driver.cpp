@@ -59,6 +59,13 @@ std::size_t CutBeforeExponent(const char16_t* key, std::size_t length,
     return cut;
 }
 
+// The dictionary's readers by number as a reading takes them: with the
+// everyday meanings in place when `everyday` is given.
+const IParseSymbol* const* ReadersOf(const EverydayVocabulary* everyday, bool us) {
+    return everyday != nullptr ? everyday->Readers(us)
+                               : UnitCatalog::Instance().Dictionary().Readers();
+}
+
 // The key that the scan reads at cursor: the longest key of the dictionary,
 // or of the everyday words when `forms` is set and theirs is longer, short of
 // `fence`, the end of a key that was cut before an exponent; up to there,
@@ -69,8 +76,7 @@ std::size_t CutBeforeExponent(const char16_t* key, std::size_t length,
 const IParseSymbol* FindAnyKey(const char16_t* cursor, const char16_t*& fence, std::size_t& matched,
                                const EverydayVocabulary* everyday, bool forms, bool us) {
     const ParseDictionary& dictionary = UnitCatalog::Instance().Dictionary();
-    const IParseSymbol* const* readers =
-        everyday != nullptr ? everyday->Readers(us) : dictionary.Readers();
+    const IParseSymbol* const* readers = ReadersOf(everyday, us);
     for (;;) {
         const bool fenced = fence != nullptr && cursor < fence;
         const std::size_t limit =
@@ -299,9 +305,7 @@ bool FormatterImpl::ReadNumberAndUnit(const char16_t* cursor, double number, dou
     enum class Last { Nothing, Operand, Power, Operator, Caret };
     const bool us = localeId == kEnglish;
     const bool commonSigns = everyday != nullptr;
-    const IParseSymbol* const* readers = everyday != nullptr
-                                             ? everyday->Readers(us)
-                                             : UnitCatalog::Instance().Dictionary().Readers();
+    const IParseSymbol* const* readers = ReadersOf(everyday, us);
     const char16_t* fence = nullptr;
 
     Last last = Last::Nothing;
@@ -453,9 +457,7 @@ ErrorCode FormatterImpl::Scan(const char16_t* text, const char16_t* cursor, cons
         }
     };
     const bool us = localeId == kEnglish;
-    const IParseSymbol* const* readers = everyday != nullptr
-                                             ? everyday->Readers(us)
-                                             : UnitCatalog::Instance().Dictionary().Readers();
+    const IParseSymbol* const* readers = ReadersOf(everyday, us);
     // Every place holds a number or a key of the dictionary: numbers first.
     while (*cursor != 0) {
         double number = 0.0;

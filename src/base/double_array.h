@@ -133,6 +133,14 @@ constexpr std::uint16_t Find(const Layout& layout, const char16_t* text, std::si
     return best;
 }
 
+// Whether a key of more than one unit begins with `unit`.
+constexpr bool GoesOnBehind(const Layout& layout, char16_t unit) {
+    const std::uint16_t code = layout.codes[unit];
+    if (code == 0) return false;
+    const Slot& child = layout.slots[layout.slots[0].base + code];
+    return child.parent == 0 && child.base != 0;
+}
+
 // The value of exactly the key `text` of `length` units, or 0.
 constexpr std::uint16_t Exact(const Layout& layout, const char16_t* text, std::size_t length) {
     std::uint32_t state = 0;

@@ -121,15 +121,6 @@ constexpr bool InCatalogue(std::u16string_view key) {
     return CatalogueReader(key) != 0;
 }
 
-// Whether a key of the catalogue goes on behind the unit that begins it.
-constexpr bool KeyGoesOnBehind(char16_t unit) {
-    const DoubleArray::Layout& layout = DictionaryLayout::kLayout;
-    const std::uint16_t code = layout.codes[unit];
-    if (code == 0) return false;
-    const std::uint32_t at = layout.slots[0].base + code;
-    return layout.slots[at].parent == 0 && layout.slots[at].base != 0;
-}
-
 // Writes texts into an array; without one, counts their units.
 struct Writer {
     char16_t* units = nullptr;
@@ -526,8 +517,9 @@ public:
         }
         out.words.IndexWideBranches();
         const IParseSymbol* blank = Known(u" ");
-        if (!KeyGoesOnBehind(u' ') && !out.MayBeginWord(u' ') &&
-            out.Substitute(blank, false) == blank && out.Substitute(blank, true) == blank) {
+        if (!DoubleArray::GoesOnBehind(DictionaryLayout::kLayout, u' ') &&
+            !out.MayBeginWord(u' ') && out.Substitute(blank, false) == blank &&
+            out.Substitute(blank, true) == blank) {
             out.blank = blank;
         }
     }

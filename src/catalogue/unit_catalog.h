@@ -42,12 +42,12 @@ public:
     // key's length in units, and is written only when a key is found.
     // Allocates nothing.
     const IParseSymbol* FindLongest(const char16_t* text, std::size_t* matched) const {
-        return readers[DoubleArray::Find<false>(layout, text, matched, 0)];
+        return FindLongest(text, matched, readers);
     }
     // The same, looking at no key longer than `limit` units.
     const IParseSymbol* FindLongest(const char16_t* text, std::size_t* matched,
                                     std::size_t limit) const {
-        return readers[DoubleArray::Find<true>(layout, text, matched, limit)];
+        return FindLongest(text, matched, limit, readers);
     }
     // The same two through another table of readers by number, such as the
     // everyday vocabulary's (EverydayVocabulary::Readers).

@@ -23,25 +23,26 @@
 namespace Mensura {
 
 namespace ConversionTableSize {
-// The number of unit types that conversion_table.inc lists, and of groups.
-inline constexpr std::size_t kTypes = 0
-#define GROUP(group, types, ...) +(types)
+// The numbers of groups and of unit types that conversion_table.inc lists.
+struct Counts {
+    std::size_t groups = 0;
+    std::size_t types = 0;
+};
+constexpr Counts CountLines() {
+    Counts counts;
+#define GROUP(group, typeCount, ...) \
+    ++counts.groups;                 \
+    counts.types += (typeCount);
 #define UNIT(...)
 #define EQ(factor)
 #include "units/conversion_table.inc"
 #undef GROUP
 #undef UNIT
 #undef EQ
-    ;
-inline constexpr std::size_t kGroups = 0
-#define GROUP(group, types, ...) +1
-#define UNIT(...)
-#define EQ(factor)
-#include "units/conversion_table.inc"
-#undef GROUP
-#undef UNIT
-#undef EQ
-    ;
+    return counts;
+}
+inline constexpr std::size_t kGroups = CountLines().groups;
+inline constexpr std::size_t kTypes = CountLines().types;
 }  // namespace ConversionTableSize
 
 // What a conversion by id reads of every unit type, a place each: the
